@@ -1,0 +1,7 @@
+#include "Ratio.h"
+
+namespace QuillmereBenchmark {
+
+void addLogRows() {}
+
+}

@@ -1,0 +1,31 @@
+# quillmere_add_module(NAME SOURCES...)
+#
+# A plugin module that the editor loads at run time: NAME.so and NAME.conf (from the current source
+# folder) in the folder `modules`. It exports the five entry points of CORRADE_PLUGIN_REGISTER and
+# nothing else; hidden visibility alone would still let instantiations of standard templates out,
+# hence the version script. -fno-gnu-unique lets dlclose() really unmap it (clang makes no unique
+# symbols and rejects the flag).
+set(QUILLMERE_MODULE_DIR ${PROJECT_BINARY_DIR}/modules)
+set(QUILLMERE_MODULE_INSTALL_DIR ${CMAKE_INSTALL_LIBDIR}/quillmere/modules)
+set(_quillmereModuleExports ${CMAKE_CURRENT_LIST_DIR}/module-exports.map)
+
+function(quillmere_add_module name)
+  add_library(${name} MODULE ${ARGN})
+  quillmere_target(${name})
+  target_link_libraries(${name} PRIVATE QuillmereEditor)
+  target_compile_definitions(${name} PRIVATE CORRADE_DYNAMIC_PLUGIN)
+  target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+  target_link_options(${name} PRIVATE -Wl,--version-script=${_quillmereModuleExports}
+    -Wl,--no-undefined-version)
+  set_target_properties(${name} PROPERTIES
+    PREFIX ""
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    LINK_DEPENDS ${_quillmereModuleExports}
+    LIBRARY_OUTPUT_DIRECTORY ${QUILLMERE_MODULE_DIR})
+  configure_file(${CMAKE_CURRENT_SOURCE_DIR}/${name}.conf ${QUILLMERE_MODULE_DIR}/${name}.conf
+    COPYONLY)
+  install(TARGETS ${name} LIBRARY DESTINATION ${QUILLMERE_MODULE_INSTALL_DIR})
+  install(FILES ${CMAKE_CURRENT_SOURCE_DIR}/${name}.conf
+    DESTINATION ${QUILLMERE_MODULE_INSTALL_DIR})
+endfunction()

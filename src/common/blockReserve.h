@@ -1,0 +1,28 @@
+#ifndef Quillmere_common_blockReserve_h
+#define Quillmere_common_blockReserve_h
+
+#include <cstddef>
+
+#include <Corrade/Containers/Array.h>
+
+namespace QuillmereEngine {
+
+/**
+@brief Array on a block of the process's reserve
+@return @p size elements of unspecified content. Its deleter gives the block back.
+
+For large arrays that are made and freed in every frame: a block that comes back is handed out
+again, so that its pages need not be faulted in anew. A block that nobody asked for during the last
+64 requests is freed. Any thread.
+*/
+template<class T> Corrade::Containers::Array<T> reserveArray(std::size_t size);
+
+extern template Corrade::Containers::Array<char> reserveArray<char>(std::size_t);
+extern template Corrade::Containers::Array<std::size_t> reserveArray<std::size_t>(std::size_t);
+
+/** @brief Blocks that wait in the reserve, for tests. Any thread. */
+std::size_t reservedBlockCount();
+
+}
+
+#endif

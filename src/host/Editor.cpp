@@ -1,0 +1,7 @@
+#include "host/Editor.h"
+
+namespace QuillmereEngine {
+
+ServerSource::~ServerSource() = default;
+
+}

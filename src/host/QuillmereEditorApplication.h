@@ -1,0 +1,41 @@
+#ifndef Quillmere_host_QuillmereEditorApplication_h
+#define Quillmere_host_QuillmereEditorApplication_h
+
+#include <mutex>
+
+#include <Corrade/Containers/Pointer.h>
+
+#include "common/StringArrayView.h"
+#include "host/Editor.h"
+
+namespace QuillmereEngine {
+
+class Ui;
+
+/**
+@brief The application as its panels see it
+
+Lives on the UI thread; @ref logMutex and what it guards may be used from any thread. Not to be
+moved, as panels and the log callback keep its address.
+*/
+class QuillmereEditorApplication {
+public:
+    QuillmereEditorApplication();
+    QuillmereEditorApplication(const QuillmereEditorApplication&) = delete;
+    QuillmereEditorApplication& operator=(const QuillmereEditorApplication&) = delete;
+    virtual ~QuillmereEditorApplication();
+
+    /** Guards all line stores: @ref consoleLines, the server's and the JavaScript engine's */
+    std::mutex logMutex;
+
+    /** Every line that went through `log()`, guarded by @ref logMutex */
+    StringArray consoleLines;
+
+    Corrade::Containers::Pointer<Editor> editor;
+
+    Corrade::Containers::Pointer<Ui> ui;
+};
+
+}
+
+#endif
