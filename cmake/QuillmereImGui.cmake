@@ -5,7 +5,9 @@
 # one shared library from which every module and program gets them.
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(IMGUI REQUIRED imgui)
+# What the packaged archive itself is linked with
 pkg_check_modules(FREETYPE REQUIRED freetype2)
+pkg_check_modules(STB REQUIRED stb)
 find_package(glfw3 REQUIRED)
 find_package(OpenGL REQUIRED COMPONENTS OpenGL EGL)
 

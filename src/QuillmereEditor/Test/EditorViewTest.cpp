@@ -6,6 +6,7 @@
 #include <thread>
 #include <vector>
 
+#include <Corrade/Containers/StringStl.h>
 #include <Corrade/PluginManager/Manager.h>
 #include <Corrade/PluginManager/Manager.hpp>
 #include <Corrade/Utility/Debug.h>

@@ -62,8 +62,9 @@ TEST_P(ModuleFileTest, ExportsTheFiveEntryPointsAndNothingElse) {
     std::set<std::string> names;
     for(const Symbol& symbol: definedSymbols("-D", GetParam()))
         names.insert(symbol.name);
-    EXPECT_THAT(names, ElementsAre("pluginFinalizer", "pluginInitializer", "pluginInstancer",
-                           "pluginInterface", "pluginVersion"));
+    EXPECT_THAT(names,
+        ElementsAre("pluginFinalizer", "pluginInitializer", "pluginInstancer", "pluginInterface",
+            "pluginVersion"));
 }
 
 TEST_P(ModuleFileTest, DefinesNothingOfImGui) {

@@ -83,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(All, LogSignalTest,
         Crash{"Abort", SIGABRT, "Aborted - flushing log"},
         Crash{"FloatingPoint", SIGFPE, "Floating point exception - flushing log"},
         Crash{"Segmentation", SIGSEGV, "Segmentation fault - flushing log"}),
-    [](const auto& info) { return std::string{info.param.name}; });
+    [](const auto& crash) { return std::string{crash.param.name}; });
 
 /* The handler that the five signals share, reached without going through one of them */
 Ended handlerGets(const int signal) {
@@ -124,6 +124,17 @@ TEST(LogCrashTest, NormalExitClosesTheFile) {
     });
     EXPECT_EQ(WEXITSTATUS(ended.status), 0);
     EXPECT_EQ(readFile(folder.onlyFile()), ended.output);
+}
+
+TEST(LogCrashTest, FileIsNotFlushedWithEachLine) {
+    const TemporaryFolder folder;
+    const Ended ended = childRuns([&] {
+        setLogDir(folder.path().c_str());
+        log(LogLevel::Info, "flushed to the output");
+        _exit(0);
+    });
+    EXPECT_EQ(linesOf(ended.output).size(), 1);
+    EXPECT_THAT(readFile(folder.onlyFile()), IsEmpty());
 }
 
 TEST(LogCrashTest, NoHandlerIsInstalledWithoutAFile) {

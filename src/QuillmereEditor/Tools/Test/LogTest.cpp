@@ -101,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(All, LogLevelTest,
         Level{"BehindTheLast", LogLevel(4), "[error]", true},
         Level{"Negative", LogLevel(-1), "[error]", true},
         Level{"Least", LogLevel(std::numeric_limits<int>::min()), "[error]", true}),
-    [](const auto& info) { return std::string{info.param.name}; });
+    [](const auto& level) { return std::string{level.param.name}; });
 
 TEST_F(LogTest, LevelsHaveTheirNumbers) {
     EXPECT_EQ(int(LogLevel::Verbose), 0);
@@ -435,7 +435,6 @@ TEST_F(LogTest, SecondFolderAbandonsTheFirstFileOpen) {
     outputOf([] { log(LogLevel::Info, "first"); });
     setLogDir(other.path().c_str());
     EXPECT_NE(logFile, firstFile);
-    EXPECT_THAT(readFile(folder.onlyFile()), IsEmpty());
     EXPECT_EQ(std::fclose(firstFile), 0);
     EXPECT_EQ(linesOf(readFile(folder.onlyFile())).size(), 1);
 }
