@@ -49,7 +49,7 @@ RatioReporter::RatioReporter(std::FILE* const out) { results() = out; }
 bool RatioReporter::ReportContext(const Context&) { return true; }
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
-    for(const Run& run : runs) {
+    for(const Run& run: runs) {
         if(run.run_type != Run::RT_Iteration)
             continue;
         /* The name carries the settings of the run behind it, as in "store/join/real_time" */
@@ -67,7 +67,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
 
 bool RatioReporter::printRatios() const {
     bool good = !_failed;
-    for(const Row& row : rows()) {
+    for(const Row& row: rows()) {
         const auto own = _fastest.find(row.name);
         const auto yardstick = _fastest.find(row.name + YardstickSuffix);
         if(own == _fastest.end() || yardstick == _fastest.end())

@@ -1,11 +1,13 @@
-# Dear ImGui as two targets: Quillmere::ImGuiHeaders for everyone, and Quillmere::ImGuiObjects for
-# libQuillmereEditor.so alone. The packaged archive is static and holds every back end; linking it
+# Dear ImGui: the target Quillmere::ImGuiHeaders for everyone, and the list QUILLMERE_IMGUI_OBJECTS
+# for libQuillmereEditor.so alone. The packaged archive is static and holds every back end; linking it
 # whole would need Allegro, SDL, GLUT and Vulkan, and linking it per binary would give each its own
 # null context. So the core members and two back ends are taken out of it and go, whole, into the
 # one shared library from which every module and program gets them.
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(IMGUI REQUIRED imgui)
+# What the packaged archive itself is linked with
 pkg_check_modules(FREETYPE REQUIRED freetype2)
+pkg_check_modules(STB REQUIRED stb)
 find_package(glfw3 REQUIRED)
 find_package(OpenGL REQUIRED COMPONENTS OpenGL EGL)
 
@@ -28,3 +30,6 @@ add_custom_command(OUTPUT ${_imguiObjects}
   VERBATIM)
 set_source_files_properties(${_imguiObjects} PROPERTIES EXTERNAL_OBJECT ON GENERATED ON)
 set(QUILLMERE_IMGUI_OBJECTS ${_imguiObjects})
+
+# The rule above belongs to this folder, so a target here has to carry it to the library's
+add_custom_target(QuillmereImGuiObjects DEPENDS ${_imguiObjects})

@@ -29,8 +29,8 @@ The host calls everything on its UI thread.
 class EditorView: public AbstractModule {
 public:
     /** @brief Constructor, see @ref AbstractModule. The panel isn't bound to a host yet. */
-    explicit EditorView(Corrade::PluginManager::AbstractManager& manager,
-        Corrade::Containers::StringView plugin);
+    explicit EditorView(
+        Corrade::PluginManager::AbstractManager& manager, Corrade::Containers::StringView plugin);
 
     /**
     @brief Initialize from the state of an earlier instance

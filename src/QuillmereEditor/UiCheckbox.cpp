@@ -6,10 +6,10 @@ namespace QuillmereEngine {
 
 namespace {
 
-constexpr ImVec4 CheckedBackground{0.125f, 0.23f, 0.35f, 1.0f};
-constexpr ImVec4 CheckedHighlight{0.25f, 0.46f, 0.70f, 1.0f};
-constexpr ImVec4 UncheckedBackground{0.29f, 0.29f, 0.29f, 0.44f};
-constexpr ImVec4 CheckMark{1.0f, 1.0f, 1.0f, 1.0f};
+const ImVec4 CheckedBackground{0.125f, 0.23f, 0.35f, 1.0f};
+const ImVec4 CheckedHighlight{0.25f, 0.46f, 0.70f, 1.0f};
+const ImVec4 UncheckedBackground{0.29f, 0.29f, 0.29f, 0.44f};
+const ImVec4 CheckMark{1.0f, 1.0f, 1.0f, 1.0f};
 
 /* Gives the number of colours pushed. The caller pops as many, whatever the click made of the
    value in between. */

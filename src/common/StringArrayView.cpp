@@ -37,7 +37,8 @@ Containers::Array<std::size_t> copyOf(const Containers::ArrayView<const std::siz
 StringArrayView::StringArrayView() noexcept: _offsets{emptyOffsets()} {}
 
 StringArrayView::StringArrayView(const StringArrayView& other):
-    _data{other._data}, _offsets{copyOf(other._offsets)} {}
+    _data{other._data},
+    _offsets{copyOf(other._offsets)} {}
 
 StringArrayView::StringArrayView(StringArrayView&& other) noexcept: StringArrayView{} {
     *this = std::move(other);
@@ -76,8 +77,8 @@ std::size_t StringArrayView::sizeOf(const std::size_t i) const {
     CORRADE_ASSERT(
         i < size(), "StringArrayView::sizeOf(): invalid index" << i << "for size" << size(), {});
     CORRADE_ASSERT(_offsets[i + 1] >= _offsets[i],
-        "StringArrayView::sizeOf(): offset" << i + 1 << "is smaller than offset" << i << "previous:"
-                                            << _offsets[i + 1] << "<" << _offsets[i],
+        "StringArrayView::sizeOf(): offset" << i + 1 << "is smaller than offset" << i
+                                            << "previous:" << _offsets[i + 1] << "<" << _offsets[i],
         {});
     return _offsets[i + 1] - _offsets[i];
 }
@@ -108,8 +109,8 @@ void StringArray::append(const char* const string, const int length) {
     const bool isOwn = string >= _storage.data() && string < _storage.data() + _storage.size();
     const std::size_t ownOffset = isOwn ? std::size_t(string - _storage.data()) : 0;
     if(end + Padding > _storage.size())
-        Containers::arrayResize(_storage, NoInit,
-            std::max(end + Padding, _storage.size() + _storage.size() / 2));
+        Containers::arrayResize(
+            _storage, NoInit, std::max(end + Padding, _storage.size() + _storage.size() / 2));
 
     if(stringSize)
         std::memmove(
@@ -131,8 +132,8 @@ StringArray filter(const StringArrayView& lines, bool (*const keep)(const char*)
 
     const char* const from = lines.data().data();
     const Containers::ArrayView<const std::size_t> offsets = lines.offsets();
-    Containers::Array<char> storage =
-        reserveArray<char>(lines.data().size() + StringArray::Padding);
+    Containers::Array<char> storage = reserveArray<char>(
+        lines.data().size() + StringArray::Padding);
     Containers::Array<std::size_t> kept = reserveArray<std::size_t>(offsets.size());
 
     std::size_t count = 0;

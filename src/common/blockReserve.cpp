@@ -41,11 +41,11 @@ private:
 
 bool Reserve::fits(const Block& block, const std::size_t size) {
     return block.capacity >= size &&
-           (block.capacity <= SmallBlock || block.capacity / MaxWaste <= size);
+        (block.capacity <= SmallBlock || block.capacity / MaxWaste <= size);
 }
 
 void Reserve::freeOld() {
-    for(Block*& block : _blocks)
+    for(Block*& block: _blocks)
         if(block && _requests - block->returned > MaxAge) {
             ::operator delete(block);
             block = nullptr;
@@ -57,7 +57,7 @@ Block* Reserve::take(const std::size_t size) {
         const std::lock_guard<std::mutex> lock{_mutex};
         ++_requests;
         Block** best = nullptr;
-        for(Block*& block : _blocks)
+        for(Block*& block: _blocks)
             if(block && fits(*block, size) && (!best || block->capacity < (*best)->capacity))
                 best = &block;
         Block* const taken = best ? *best : nullptr;
@@ -80,8 +80,8 @@ void Reserve::give(Block* block) {
         const std::lock_guard<std::mutex> lock{_mutex};
         block->returned = _requests;
         /* The slots that nobody asked for longest make room, empty ones first */
-        Block** const slot =
-            std::min_element(std::begin(_blocks), std::end(_blocks), [](Block* a, Block* b) {
+        Block** const slot = std::min_element(
+            std::begin(_blocks), std::end(_blocks), [](Block* a, Block* b) {
                 return (a ? a->returned + 1 : 0) < (b ? b->returned + 1 : 0);
             });
         std::swap(*slot, block);

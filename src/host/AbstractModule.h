@@ -22,8 +22,8 @@ public:
     @param manager  The manager that opened the module. Has to outlive the instance.
     @param plugin   Name under which the module was asked for, copied
     */
-    explicit AbstractModule(Corrade::PluginManager::AbstractManager& manager,
-        Corrade::Containers::StringView plugin);
+    explicit AbstractModule(
+        Corrade::PluginManager::AbstractManager& manager, Corrade::Containers::StringView plugin);
 
     ~AbstractModule() override;
 
@@ -53,7 +53,7 @@ namespace QuillmereEngine {
 
 /** @brief What a module is to the host */
 enum class ModuleType {
-    Engine = 0, /**< Code of the running game */
+    Engine = 0,    /**< Code of the running game */
     EditorView = 1 /**< A panel of the editor */
 };
 

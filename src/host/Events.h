@@ -16,7 +16,7 @@ struct Event {
 };
 
 /** @brief Keys held during an event, or-ed together */
-enum ModifierFlags: unsigned {
+enum ModifierFlags : unsigned {
     ModifierNone = 0,
     ModifierCtrl = 1 << 0,
     ModifierShift = 1 << 1,

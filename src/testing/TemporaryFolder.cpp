@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <stdlib.h>
 
 #include <gtest/gtest.h>
@@ -26,10 +27,26 @@ std::string TemporaryFolder::write(const std::string& name, const std::string& c
     return path;
 }
 
+std::string TemporaryFolder::onlyFile() const {
+    std::vector<std::string> files;
+    for(const auto& entry: std::filesystem::directory_iterator{_path})
+        files.push_back(entry.path().string());
+    EXPECT_EQ(files.size(), 1);
+    return files.empty() ? std::string{} : files.front();
+}
+
 std::string readFile(const std::string& path) {
     std::ifstream in{path, std::ios::binary};
     EXPECT_TRUE(in) << path;
     return {std::istreambuf_iterator<char>{in}, {}};
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> out;
+    std::istringstream in{text};
+    for(std::string line; std::getline(in, line);)
+        out.push_back(line);
+    return out;
 }
 
 }}

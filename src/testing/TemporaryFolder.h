@@ -2,6 +2,7 @@
 #define Quillmere_testing_TemporaryFolder_h
 
 #include <string>
+#include <vector>
 
 namespace QuillmereEngine { namespace Testing {
 
@@ -22,12 +23,18 @@ public:
     /** @brief Write a file into it and return its path */
     std::string write(const std::string& name, const std::string& content) const;
 
+    /** @brief The one file in it. Any other number of files fails the test. */
+    std::string onlyFile() const;
+
 private:
     std::string _path;
 };
 
 /** @brief All bytes of a file. A missing file fails the test. */
 std::string readFile(const std::string& path);
+
+/** @brief The lines of a text without their newlines; what follows the last newline is one, too */
+std::vector<std::string> linesOf(const std::string& text);
 
 }}
 

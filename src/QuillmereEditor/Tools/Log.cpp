@@ -85,13 +85,20 @@ void write(std::FILE* const stream, const std::string& line, const Flush flush) 
 
 const char* signalMessage(const int signal) {
     switch(signal) {
-        case SIGINT: return "Interrupted - flushing log";
-        case SIGILL: return "Illegal Instruction - flushing log";
-        case SIGABRT: return "Aborted - flushing log";
-        case SIGFPE: return "Floating point exception - flushing log";
-        case SIGSEGV: return "Segmentation fault - flushing log";
-        case SIGTERM: return "Termination requested - flushing log";
-        default: return "Crash - flushing log";
+        case SIGINT:
+            return "Interrupted - flushing log";
+        case SIGILL:
+            return "Illegal Instruction - flushing log";
+        case SIGABRT:
+            return "Aborted - flushing log";
+        case SIGFPE:
+            return "Floating point exception - flushing log";
+        case SIGSEGV:
+            return "Segmentation fault - flushing log";
+        case SIGTERM:
+            return "Termination requested - flushing log";
+        default:
+            return "Crash - flushing log";
     }
 }
 
@@ -146,7 +153,7 @@ void setLogDir(const char* const dir) {
 
     std::atexit(closeLogFile);
     /* Not SIGTERM: a request to end is left to its default action */
-    for(const int signal : {SIGABRT, SIGFPE, SIGILL, SIGINT, SIGSEGV})
+    for(const int signal: {SIGABRT, SIGFPE, SIGILL, SIGINT, SIGSEGV})
         std::signal(signal, closeLogFileAndExit);
 }
 

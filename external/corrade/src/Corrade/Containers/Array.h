@@ -10,8 +10,7 @@
 #include <new>
 #include <utility>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 namespace Implementation {
 
@@ -206,7 +205,6 @@ template<class T> Array<T> array(std::initializer_list<T> list) {
     return Array<T>{InPlaceInit, list};
 }
 
-}
-}
+}}
 
 #endif

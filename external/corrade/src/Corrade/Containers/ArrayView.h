@@ -9,8 +9,7 @@
 #include <Corrade/Utility/Assert.h>
 #include <initializer_list>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 namespace Implementation {
 
@@ -116,40 +115,25 @@ template<class T> constexpr ArrayView<T> arrayView(T* data, std::size_t size) {
     return {data, size};
 }
 
-template<class T, std::size_t n> constexpr ArrayView<T> arrayView(T (&data)[n]) {
-    return {data};
-}
+template<class T, std::size_t n> constexpr ArrayView<T> arrayView(T (&data)[n]) { return {data}; }
 
 /** @brief View of a list of values, valid until the end of the full expression */
 template<class T> ArrayView<const T> arrayView(std::initializer_list<T> list) {
     return {list.begin(), list.size()};
 }
 
-template<class T> constexpr ArrayView<T> arrayView(ArrayView<T> view) {
-    return view;
-}
+template<class T> constexpr ArrayView<T> arrayView(ArrayView<T> view) { return view; }
 
-template<class T, class D> ArrayView<T> arrayView(Array<T, D>& array) {
-    return array;
-}
+template<class T, class D> ArrayView<T> arrayView(Array<T, D>& array) { return array; }
 
-template<class T, class D> ArrayView<const T> arrayView(const Array<T, D>& array) {
-    return array;
-}
+template<class T, class D> ArrayView<const T> arrayView(const Array<T, D>& array) { return array; }
 
-template<class T, std::size_t n> constexpr std::size_t arraySize(T (&)[n]) {
-    return n;
-}
+template<class T, std::size_t n> constexpr std::size_t arraySize(T (&)[n]) { return n; }
 
-template<class T> constexpr std::size_t arraySize(ArrayView<T> view) {
-    return view.size();
-}
+template<class T> constexpr std::size_t arraySize(ArrayView<T> view) { return view.size(); }
 
-template<class T, class D> std::size_t arraySize(const Array<T, D>& array) {
-    return array.size();
-}
+template<class T, class D> std::size_t arraySize(const Array<T, D>& array) { return array.size(); }
 
-}
-}
+}}
 
 #endif

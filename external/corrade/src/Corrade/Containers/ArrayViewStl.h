@@ -9,8 +9,7 @@
 #include <array>
 #include <vector>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 namespace Implementation {
 
@@ -38,23 +37,18 @@ template<class T, class U, std::size_t n> struct ArrayViewAdapter<T, std::array<
 
 }
 
-template<class T, class A> ArrayView<T> arrayView(std::vector<T, A>& vector) {
-    return vector;
-}
+template<class T, class A> ArrayView<T> arrayView(std::vector<T, A>& vector) { return vector; }
 
 template<class T, class A> ArrayView<const T> arrayView(const std::vector<T, A>& vector) {
     return vector;
 }
 
-template<class T, std::size_t n> ArrayView<T> arrayView(std::array<T, n>& array) {
-    return array;
-}
+template<class T, std::size_t n> ArrayView<T> arrayView(std::array<T, n>& array) { return array; }
 
 template<class T, std::size_t n> ArrayView<const T> arrayView(const std::array<T, n>& array) {
     return array;
 }
 
-}
-}
+}}
 
 #endif

@@ -8,8 +8,7 @@
 #include <cstddef>
 #include <type_traits>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 template<class T, class D = void (*)(T*, std::size_t)> class Array;
 template<class> class ArrayView;
@@ -30,7 +29,6 @@ typedef EnumSet<StringViewFlag> StringViewFlags;
 template<class> struct ArrayNewAllocator;
 template<class> struct ArrayMallocAllocator;
 
-}
-}
+}}
 
 #endif

@@ -7,8 +7,7 @@
 
 #include <Corrade/Containers/Containers.h>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 /**
 @brief Set of the bits of an enum class
@@ -67,8 +66,7 @@ constexpr std::underlying_type_t<T> enumCastUnderlyingType(EnumSet<T, fullValue>
     return std::underlying_type_t<T>(value);
 }
 
-}
-}
+}}
 
 #define CORRADE_ENUMSET_IMPLEMENT_OPERATORS(specifiers, ...)                                       \
     specifiers constexpr bool operator==(typename __VA_ARGS__::Type a, __VA_ARGS__ b) {            \

@@ -12,8 +12,7 @@ capacity is kept in front of its data. Memory running out ends the program.
 #include <cstdlib>
 #include <cstring>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 namespace Implementation {
 
@@ -332,7 +331,6 @@ template<class T> void arrayRemoveSuffix(Array<T>& array, const std::size_t coun
     arrayRemoveSuffix<ArrayAllocator, T>(array, count);
 }
 
-}
-}
+}}
 
 #endif

@@ -11,8 +11,7 @@
 #include <Corrade/Utility/Debug.h>
 #include <utility>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 /**
 @brief Owning pointer to one object
@@ -100,9 +99,7 @@ template<class T> bool operator!=(std::nullptr_t, const Pointer<T>& pointer) {
 }
 
 /** @brief Take over an object */
-template<class T> Pointer<T> pointer(T* pointer) {
-    return Pointer<T>{pointer};
-}
+template<class T> Pointer<T> pointer(T* pointer) { return Pointer<T>{pointer}; }
 
 /** @brief Make an object */
 template<class T, class... A> Pointer<T> pointer(A&&... args) {
@@ -119,7 +116,6 @@ template<class T> Utility::Debug& operator<<(Utility::Debug& debug, const Pointe
     return debug << static_cast<const void*>(value.get());
 }
 
-}
-}
+}}
 
 #endif

@@ -11,8 +11,7 @@
 #include <type_traits>
 #include <utility>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 /**
 @brief Calls a function at the end of a scope
@@ -86,7 +85,6 @@ template<class F> ScopeGuard::ScopeGuard(F call) {
     _invoke = [](AnyFunction function, void*) { reinterpret_cast<Function>(function)(); };
 }
 
-}
-}
+}}
 
 #endif

@@ -3,8 +3,7 @@
 #include <string_view>
 #include <utility>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 namespace Implementation {
 
@@ -53,9 +52,7 @@ String::String(DirectInitT, const std::size_t size, const char character): _data
 String::String(const String& other) = default;
 
 /* The standard leaves the contents of a string that was moved from open */
-String::String(String&& other) noexcept: _data{std::move(other._data)} {
-    other._data.clear();
-}
+String::String(String&& other) noexcept: _data{std::move(other._data)} { other._data.clear(); }
 
 String::~String() = default;
 
@@ -76,5 +73,4 @@ String operator+(const StringView a, const StringView b) {
     return out;
 }
 
-}
-}
+}}

@@ -9,8 +9,7 @@
 #include <Corrade/Tags.h>
 #include <string>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 /**
 @brief Owning string, always followed by a NUL
@@ -129,7 +128,6 @@ template<> struct StringAdapter<char, String> {
 
 }
 
-}
-}
+}}
 
 #endif

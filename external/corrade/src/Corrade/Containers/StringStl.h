@@ -8,9 +8,7 @@
 #include <Corrade/Containers/String.h>
 #include <string>
 
-namespace Corrade {
-namespace Containers {
-namespace Implementation {
+namespace Corrade { namespace Containers { namespace Implementation {
 
 template<> struct StringAdapter<const char, std::string> {
     static StringView from(const std::string& string) {
@@ -27,8 +25,6 @@ template<> struct StringAdapter<char, std::string> {
     }
 };
 
-}
-}
-}
+}}}
 
 #endif

@@ -10,8 +10,7 @@
 #include <Corrade/Utility/VisibilityMacros.h>
 #include <cstring>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade { namespace Containers {
 
 /** @brief What is known of the memory a string view points to */
 enum class StringViewFlag : std::size_t {
@@ -171,9 +170,7 @@ inline bool operator==(const StringView a, const StringView b) {
     return a.size() == b.size() && (!a.size() || std::memcmp(a.data(), b.data(), a.size()) == 0);
 }
 
-inline bool operator!=(const StringView a, const StringView b) {
-    return !(a == b);
-}
+inline bool operator!=(const StringView a, const StringView b) { return !(a == b); }
 
 inline bool operator<(const StringView a, const StringView b) {
     const std::size_t common = a.size() < b.size() ? a.size() : b.size();
@@ -181,17 +178,11 @@ inline bool operator<(const StringView a, const StringView b) {
     return order < 0 || (order == 0 && a.size() < b.size());
 }
 
-inline bool operator>(const StringView a, const StringView b) {
-    return b < a;
-}
+inline bool operator>(const StringView a, const StringView b) { return b < a; }
 
-inline bool operator<=(const StringView a, const StringView b) {
-    return !(b < a);
-}
+inline bool operator<=(const StringView a, const StringView b) { return !(b < a); }
 
-inline bool operator>=(const StringView a, const StringView b) {
-    return !(a < b);
-}
+inline bool operator>=(const StringView a, const StringView b) { return !(a < b); }
 
 /** @brief Both strings one after the other. Include String.h for the result. */
 CORRADE_UTILITY_EXPORT String operator+(StringView a, StringView b);
@@ -249,7 +240,6 @@ constexpr StringView operator""_s(const char* data, std::size_t size) {
 
 }
 
-}
-}
+}}
 
 #endif

@@ -21,8 +21,7 @@
 #include "metadataFile.h"
 #include "pluginModule.h"
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 namespace {
 
@@ -121,13 +120,9 @@ AbstractManager::~AbstractManager() {
     }
 }
 
-Containers::StringView AbstractManager::pluginInterface() const {
-    return _state->interface;
-}
+Containers::StringView AbstractManager::pluginInterface() const { return _state->interface; }
 
-Containers::StringView AbstractManager::pluginDirectory() const {
-    return _state->directory;
-}
+Containers::StringView AbstractManager::pluginDirectory() const { return _state->directory; }
 
 void AbstractManager::setPluginDirectory(const Containers::StringView directory) {
     _state->directory = std::string(directory);
@@ -380,5 +375,4 @@ void AbstractManager::unregisterInstance(const PluginMetadata& metadata, Abstrac
     instances.erase(std::find(instances.begin(), instances.end(), &instance));
 }
 
-}
-}
+}}

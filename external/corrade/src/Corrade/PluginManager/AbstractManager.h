@@ -18,8 +18,7 @@
 /** @brief Version of the entry points that @ref CORRADE_PLUGIN_REGISTER defines */
 #define CORRADE_PLUGIN_VERSION 7
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 /** @brief State of a plugin, or how loading or unloading it ended */
 enum class LoadState : unsigned short {
@@ -120,8 +119,7 @@ private:
     Containers::Pointer<State> _state;
 };
 
-}
-}
+}}
 
 /**
 @brief Entry points of a plugin module
@@ -141,22 +139,14 @@ to nothing where it isn't, so that the same source can be linked to a test.
         const Corrade::Containers::StringView& plugin);                                            \
     extern "C" CORRADE_PLUGIN_EXPORT void pluginInitializer();                                     \
     extern "C" CORRADE_PLUGIN_EXPORT void pluginFinalizer();                                       \
-    extern "C" int pluginVersion() {                                                               \
-        return CORRADE_PLUGIN_VERSION;                                                             \
-    }                                                                                              \
-    extern "C" const char* pluginInterface() {                                                     \
-        return interface;                                                                          \
-    }                                                                                              \
+    extern "C" int pluginVersion() { return CORRADE_PLUGIN_VERSION; }                              \
+    extern "C" const char* pluginInterface() { return interface; }                                 \
     extern "C" void* pluginInstancer(Corrade::PluginManager::AbstractManager& manager,             \
         const Corrade::Containers::StringView& plugin) {                                           \
         return new className{manager, plugin};                                                     \
     }                                                                                              \
-    extern "C" void pluginInitializer() {                                                          \
-        className::initialize();                                                                   \
-    }                                                                                              \
-    extern "C" void pluginFinalizer() {                                                            \
-        className::finalize();                                                                     \
-    }
+    extern "C" void pluginInitializer() { className::initialize(); }                               \
+    extern "C" void pluginFinalizer() { className::finalize(); }
 #else
 #define CORRADE_PLUGIN_REGISTER(name, className, interface)
 #endif

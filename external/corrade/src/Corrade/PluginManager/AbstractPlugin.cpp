@@ -2,8 +2,7 @@
 
 #include <Corrade/PluginManager/AbstractManager.h>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 using namespace Containers::Literals;
 
@@ -13,21 +12,13 @@ struct AbstractPlugin::State {
     Containers::String plugin;
 };
 
-Containers::StringView AbstractPlugin::pluginInterface() {
-    return ""_s;
-}
+Containers::StringView AbstractPlugin::pluginInterface() { return ""_s; }
 
-Containers::Array<Containers::String> AbstractPlugin::pluginSearchPaths() {
-    return {};
-}
+Containers::Array<Containers::String> AbstractPlugin::pluginSearchPaths() { return {}; }
 
-Containers::StringView AbstractPlugin::pluginSuffix() {
-    return ".so"_s;
-}
+Containers::StringView AbstractPlugin::pluginSuffix() { return ".so"_s; }
 
-Containers::StringView AbstractPlugin::pluginMetadataSuffix() {
-    return ".conf"_s;
-}
+Containers::StringView AbstractPlugin::pluginMetadataSuffix() { return ".conf"_s; }
 
 void AbstractPlugin::initialize() {}
 
@@ -43,9 +34,7 @@ AbstractPlugin::~AbstractPlugin() {
         _state->manager->unregisterInstance(*_state->metadata, *this);
 }
 
-bool AbstractPlugin::canBeDeleted() {
-    return false;
-}
+bool AbstractPlugin::canBeDeleted() { return false; }
 
 Containers::StringView AbstractPlugin::plugin() const {
     return _state ? Containers::StringView{_state->plugin} : ""_s;
@@ -55,5 +44,4 @@ const PluginMetadata* AbstractPlugin::metadata() const {
     return _state ? _state->metadata : nullptr;
 }
 
-}
-}
+}}

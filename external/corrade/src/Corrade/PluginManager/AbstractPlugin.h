@@ -12,8 +12,7 @@
 #include <Corrade/PluginManager/PluginManager.h>
 #include <Corrade/PluginManager/visibility.h>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 /**
 @brief Base of all plugin interfaces
@@ -63,7 +62,6 @@ private:
     Containers::Pointer<State> _state;
 };
 
-}
-}
+}}
 
 #endif

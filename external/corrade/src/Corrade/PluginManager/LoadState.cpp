@@ -3,8 +3,7 @@
 #include <Corrade/PluginManager/AbstractManager.h>
 #include <Corrade/Utility/Debug.h>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 namespace {
 
@@ -50,5 +49,4 @@ Utility::Debug& operator<<(Utility::Debug& debug, const LoadState value) {
                  << ")";
 }
 
-}
-}
+}}

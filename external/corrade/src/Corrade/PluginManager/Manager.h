@@ -9,8 +9,7 @@ Include Manager.hpp, too, where one is used.
 
 #include <Corrade/PluginManager/AbstractManager.h>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 /**
 @brief Manager of plugins of one interface
@@ -29,7 +28,6 @@ public:
     Containers::Pointer<T> loadAndInstantiate(Containers::StringView plugin);
 };
 
-}
-}
+}}
 
 #endif

@@ -8,8 +8,7 @@
 #include <Corrade/PluginManager/AbstractPlugin.h>
 #include <Corrade/PluginManager/Manager.h>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 template<class T> Manager<T>::Manager(const Containers::StringView pluginDirectory):
     AbstractManager{
@@ -29,7 +28,6 @@ Containers::Pointer<T> Manager<T>::loadAndInstantiate(const Containers::StringVi
     return Containers::Pointer<T>{static_cast<T*>(loadAndInstantiateInternal(plugin))};
 }
 
-}
-}
+}}
 
 #endif

@@ -5,8 +5,7 @@
 @brief Forward declarations for @ref Corrade::PluginManager
 */
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 class AbstractManager;
 class AbstractPlugin;
@@ -15,7 +14,6 @@ template<class> class Manager;
 
 enum class LoadState : unsigned short;
 
-}
-}
+}}
 
 #endif

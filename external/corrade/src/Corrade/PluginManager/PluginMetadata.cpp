@@ -1,7 +1,6 @@
 #include "PluginMetadata.h"
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 PluginMetadata::PluginMetadata(const Containers::StringView name): _name{name} {}
 
@@ -11,5 +10,4 @@ PluginMetadata::~PluginMetadata() = default;
 
 PluginMetadata& PluginMetadata::operator=(const PluginMetadata&) = default;
 
-}
-}
+}}

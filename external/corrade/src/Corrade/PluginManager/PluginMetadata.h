@@ -11,8 +11,7 @@
 #include <Corrade/PluginManager/visibility.h>
 #include <vector>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 /**
 @brief What a manager knows of a plugin without loading it
@@ -48,7 +47,6 @@ private:
     std::vector<Containers::String> _depends, _provides, _usedBy;
 };
 
-}
-}
+}}
 
 #endif

@@ -7,8 +7,7 @@
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Debug.h>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 namespace {
 
@@ -82,5 +81,4 @@ bool readMetadataFile(const Containers::String& path, MetadataFile& out) {
     return parseMetadata(text, out);
 }
 
-}
-}
+}}

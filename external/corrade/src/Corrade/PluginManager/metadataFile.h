@@ -4,8 +4,7 @@
 #include <Corrade/Containers/String.h>
 #include <vector>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 /** @brief What a metadata file says */
 struct MetadataFile {
@@ -24,7 +23,6 @@ bool readMetadataFile(const Containers::String& path, MetadataFile& out);
 /** @brief Parse the contents of a metadata file */
 bool parseMetadata(Containers::StringView text, MetadataFile& out);
 
-}
-}
+}}
 
 #endif

@@ -5,8 +5,7 @@
 #include <Corrade/Containers/ScopeGuard.h>
 #include <Corrade/Utility/Debug.h>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 namespace {
 
@@ -90,5 +89,4 @@ LoadState openPluginModule(const Containers::StringView name, const Containers::
     return LoadState::Loaded;
 }
 
-}
-}
+}}

@@ -4,8 +4,7 @@
 #include <Corrade/Containers/StringView.h>
 #include <Corrade/PluginManager/AbstractManager.h>
 
-namespace Corrade {
-namespace PluginManager {
+namespace Corrade { namespace PluginManager {
 
 /** @brief An open module file and its entry points */
 struct PluginModule {
@@ -28,7 +27,6 @@ is run. Prints a message and closes the file if it isn't @ref LoadState::Loaded.
 LoadState openPluginModule(Containers::StringView name, const Containers::String& path,
     Containers::StringView interface, PluginModule& out);
 
-}
-}
+}}
 
 #endif

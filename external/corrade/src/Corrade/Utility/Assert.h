@@ -136,9 +136,7 @@ Has no value to return to, so it aborts in any case.
 
 #endif
 
-namespace Corrade {
-namespace Utility {
-namespace Implementation {
+namespace Corrade { namespace Utility { namespace Implementation {
 
 #if defined(CORRADE_STANDARD_ASSERT) && !defined(CORRADE_NO_ASSERT)
 template<class T> T assertStandard(T&& value) {
@@ -154,8 +152,6 @@ template<class T> T assertExpression(T&& value, const char* const message) {
 }
 #endif
 
-}
-}
-}
+}}}
 
 #endif

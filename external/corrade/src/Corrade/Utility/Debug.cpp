@@ -8,8 +8,7 @@
 #include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringView.h>
 
-namespace Corrade {
-namespace Utility {
+namespace Corrade { namespace Utility {
 
 namespace {
 
@@ -19,15 +18,9 @@ thread_local std::ostream* currentDebugOutput = &std::cout;
 thread_local std::ostream* currentWarningOutput = &std::cerr;
 thread_local std::ostream* currentErrorOutput = &std::cerr;
 
-std::ostream*& debugSlot() {
-    return currentDebugOutput;
-}
-std::ostream*& warningSlot() {
-    return currentWarningOutput;
-}
-std::ostream*& errorSlot() {
-    return currentErrorOutput;
-}
+std::ostream*& debugSlot() { return currentDebugOutput; }
+std::ostream*& warningSlot() { return currentWarningOutput; }
+std::ostream*& errorSlot() { return currentErrorOutput; }
 
 /* Enough for a double with 15 digits, a sign, a point and an exponent and for
    a 64-bit number. Formatted without the stream, as its width, base and locale
@@ -47,29 +40,17 @@ template<class T> std::size_t formatFloat(NumberBuffer& buffer, T value, int pre
 
 }
 
-void Debug::nospace(Debug& debug) {
-    debug._immediateFlags |= Flag::NoSpace;
-}
+void Debug::nospace(Debug& debug) { debug._immediateFlags |= Flag::NoSpace; }
 
-void Debug::newline(Debug& debug) {
-    debug << nospace << "\n" << nospace;
-}
+void Debug::newline(Debug& debug) { debug << nospace << "\n" << nospace; }
 
-void Debug::space(Debug& debug) {
-    debug << nospace << " " << nospace;
-}
+void Debug::space(Debug& debug) { debug << nospace << " " << nospace; }
 
-void Debug::packed(Debug& debug) {
-    debug._immediateFlags |= Flag::Packed;
-}
+void Debug::packed(Debug& debug) { debug._immediateFlags |= Flag::Packed; }
 
-std::ostream* Debug::defaultOutput() {
-    return &std::cout;
-}
+std::ostream* Debug::defaultOutput() { return &std::cout; }
 
-std::ostream* Debug::output() {
-    return debugSlot();
-}
+std::ostream* Debug::output() { return debugSlot(); }
 
 Debug::Debug(const Flags flags): Debug{debugSlot, flags} {}
 
@@ -111,21 +92,15 @@ Debug& Debug::print(const char* const data, const std::size_t size) {
     return *this;
 }
 
-Debug& Debug::operator<<(const bool value) {
-    return value ? print("true", 4) : print("false", 5);
-}
+Debug& Debug::operator<<(const bool value) { return value ? print("true", 4) : print("false", 5); }
 
-Debug& Debug::operator<<(const int value) {
-    return *this << static_cast<long long>(value);
-}
+Debug& Debug::operator<<(const int value) { return *this << static_cast<long long>(value); }
 
 Debug& Debug::operator<<(const unsigned int value) {
     return *this << static_cast<unsigned long long>(value);
 }
 
-Debug& Debug::operator<<(const long value) {
-    return *this << static_cast<long long>(value);
-}
+Debug& Debug::operator<<(const long value) { return *this << static_cast<long long>(value); }
 
 Debug& Debug::operator<<(const unsigned long value) {
     return *this << static_cast<unsigned long long>(value);
@@ -151,13 +126,9 @@ Debug& Debug::operator<<(const double value) {
     return print(buffer.data(), formatFloat(buffer, value, 15));
 }
 
-Debug& Debug::operator<<(std::nullptr_t) {
-    return print("nullptr", 7);
-}
+Debug& Debug::operator<<(std::nullptr_t) { return print("nullptr", 7); }
 
-Debug& Debug::operator<<(const char* const value) {
-    return *this << Containers::StringView{value};
-}
+Debug& Debug::operator<<(const char* const value) { return *this << Containers::StringView{value}; }
 
 Debug& Debug::operator<<(const void* const value) {
     NumberBuffer buffer{'0', 'x'};
@@ -178,13 +149,9 @@ Debug& Debug::operator<<(const Containers::String& value) {
     return print(value.data(), value.size());
 }
 
-std::ostream* Warning::defaultOutput() {
-    return &std::cerr;
-}
+std::ostream* Warning::defaultOutput() { return &std::cerr; }
 
-std::ostream* Warning::output() {
-    return warningSlot();
-}
+std::ostream* Warning::output() { return warningSlot(); }
 
 Warning::Warning(const Flags flags): Debug{warningSlot, flags} {}
 
@@ -193,13 +160,9 @@ Warning::Warning(std::ostream* const output, const Flags flags):
 
 Warning::~Warning() = default;
 
-std::ostream* Error::defaultOutput() {
-    return &std::cerr;
-}
+std::ostream* Error::defaultOutput() { return &std::cerr; }
 
-std::ostream* Error::output() {
-    return errorSlot();
-}
+std::ostream* Error::output() { return errorSlot(); }
 
 Error::Error(const Flags flags): Debug{errorSlot, flags} {}
 
@@ -207,5 +170,4 @@ Error::Error(std::ostream* const output, const Flags flags): Debug{errorSlot, ou
 
 Error::~Error() = default;
 
-}
-}
+}}

@@ -13,8 +13,7 @@
 #include <type_traits>
 #include <utility>
 
-namespace Corrade {
-namespace Utility {
+namespace Corrade { namespace Utility {
 
 /**
 @brief One line of debug output
@@ -129,9 +128,7 @@ public:
 };
 
 /** @brief Print into a temporary, `Debug{} << value` */
-template<class T> Debug& operator<<(Debug&& debug, const T& value) {
-    return debug << value;
-}
+template<class T> Debug& operator<<(Debug&& debug, const T& value) { return debug << value; }
 
 namespace Implementation {
 
@@ -177,7 +174,6 @@ template<class T> std::enable_if_t<Implementation::IsContainer<T>::value, Debug&
     return packed ? debug : debug << Debug::nospace << "}";
 }
 
-}
-}
+}}
 
 #endif

@@ -9,15 +9,13 @@
 #include <Corrade/Utility/Debug.h>
 #include <string>
 
-namespace Corrade {
-namespace Utility {
+namespace Corrade { namespace Utility {
 
 /** @brief Print a standard string as text */
 inline Debug& operator<<(Debug& debug, const std::string& value) {
     return debug << Containers::StringView{value.data(), value.size()};
 }
 
-}
-}
+}}
 
 #endif

@@ -14,9 +14,7 @@
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/DebugStl.h>
 
-namespace Corrade {
-namespace Utility {
-namespace Directory {
+namespace Corrade { namespace Utility { namespace Directory {
 
 namespace {
 
@@ -96,13 +94,9 @@ std::string join(const std::initializer_list<std::string> paths) {
     return out;
 }
 
-std::string toNativeSeparators(const std::string& path) {
-    return path;
-}
+std::string toNativeSeparators(const std::string& path) { return path; }
 
-std::string fromNativeSeparators(const std::string& path) {
-    return path;
-}
+std::string fromNativeSeparators(const std::string& path) { return path; }
 
 std::string home() {
     if(const char* const home = std::getenv("HOME"))
@@ -198,6 +192,4 @@ bool copy(const std::string& from, const std::string& to) {
     return false;
 }
 
-}
-}
-}
+}}}

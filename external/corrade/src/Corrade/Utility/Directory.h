@@ -14,9 +14,7 @@ Paths are bytes as the system has them. What fails prints one message to
 #include <string>
 #include <vector>
 
-namespace Corrade {
-namespace Utility {
-namespace Directory {
+namespace Corrade { namespace Utility { namespace Directory {
 
 /** @brief What @ref list() leaves out and how it sorts */
 enum class Flag {
@@ -64,8 +62,6 @@ CORRADE_UTILITY_EXPORT std::vector<std::string> list(const std::string& path, Fl
 /** @brief Copy the bytes of a file, replacing one that's there */
 CORRADE_UTILITY_EXPORT bool copy(const std::string& from, const std::string& to);
 
-}
-}
-}
+}}}
 
 #endif

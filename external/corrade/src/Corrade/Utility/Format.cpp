@@ -7,9 +7,7 @@
 #include <memory>
 #include <string>
 
-namespace Corrade {
-namespace Utility {
-namespace Implementation {
+namespace Corrade { namespace Utility { namespace Implementation {
 
 namespace {
 
@@ -115,13 +113,9 @@ void fill(Sink& sink, const char character, std::size_t count) {
     sink.text(block, count);
 }
 
-bool isDigit(const char character) {
-    return character >= '0' && character <= '9';
-}
+bool isDigit(const char character) { return character >= '0' && character <= '9'; }
 
-Containers::StringView characterView(const char* const character) {
-    return {character, 1};
-}
+Containers::StringView characterView(const char* const character) { return {character, 1}; }
 
 /* Reads a number that saturates far below an overflow of what's computed from
    it, but above all that can be meant */
@@ -318,6 +312,4 @@ void formatInto(std::FILE* const file, const char* const format, const FormatArg
     std::fwrite(text.data(), 1, text.size(), file);
 }
 
-}
-}
-}
+}}}

@@ -18,8 +18,7 @@ depend on the locale. A format string that can't be parsed is an assertion.
 #include <cstdint>
 #include <cstdio>
 
-namespace Corrade {
-namespace Utility {
+namespace Corrade { namespace Utility {
 
 namespace Implementation {
 
@@ -173,7 +172,6 @@ template<class... Args> void printError(const char* format, const Args&... args)
     formatInto(stderr, format, args...);
 }
 
-}
-}
+}}
 
 #endif

@@ -8,8 +8,7 @@
 #include <Corrade/Utility/Format.h>
 #include <string>
 
-namespace Corrade {
-namespace Utility {
+namespace Corrade { namespace Utility {
 
 namespace Implementation {
 
@@ -41,7 +40,6 @@ template<class... Args> std::string formatString(const char* format, const Args&
     return out;
 }
 
-}
-}
+}}
 
 #endif

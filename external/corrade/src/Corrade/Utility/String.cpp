@@ -1,8 +1,6 @@
 #include "String.h"
 
-namespace Corrade {
-namespace Utility {
-namespace String {
+namespace Corrade { namespace Utility { namespace String {
 
 namespace {
 
@@ -90,6 +88,4 @@ bool endsWith(const std::string& string, const char suffix) {
     return !string.empty() && string.back() == suffix;
 }
 
-}
-}
-}
+}}}

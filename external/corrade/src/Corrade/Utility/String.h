@@ -9,9 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace Corrade {
-namespace Utility {
-namespace String {
+namespace Corrade { namespace Utility { namespace String {
 
 /** @brief Parts between delimiters, empty ones included. An empty string has none. */
 CORRADE_UTILITY_EXPORT std::vector<std::string> split(const std::string& string, char delimiter);
@@ -39,8 +37,6 @@ CORRADE_UTILITY_EXPORT bool beginsWith(const std::string& string, char prefix);
 CORRADE_UTILITY_EXPORT bool endsWith(const std::string& string, const std::string& suffix);
 CORRADE_UTILITY_EXPORT bool endsWith(const std::string& string, char suffix);
 
-}
-}
-}
+}}}
 
 #endif

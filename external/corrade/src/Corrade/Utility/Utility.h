@@ -5,14 +5,12 @@
 @brief Forward declarations for @ref Corrade::Utility
 */
 
-namespace Corrade {
-namespace Utility {
+namespace Corrade { namespace Utility {
 
 class Debug;
 class Warning;
 class Error;
 
-}
-}
+}}
 
 #endif
