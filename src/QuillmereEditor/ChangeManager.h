@@ -36,13 +36,19 @@ A path that isn't a JSON pointer, or in which the index into an array is negativ
 were. A component counts as an index into an array if what it's looked up in is an array, or if
 nothing or a plain value is there and creating it would make an array.
 
-Undoing a change restores the document, with these exceptions that come from how a path is written
-to. What a removal pruned comes back as an array if the path goes on with a number. Nulls that an
-insertion far behind an array's end had to pad with stay. What was appended through the component
-`-` stays. An array that a component such as `name` or `01` turned into an object, or a plain value
-that got a child, doesn't come back. A removed member comes back as the last one. A creation in an
-array that is merged into inserts once more at each merge, and is undone once. Of two members with
-the same name only the first is found.
+Undoing a change restores the document, with exceptions that come from how paths are written to:
+
+-   A removal prunes the containers it leaves empty. They come back as the path says, an object with
+    numbers for names as an array and an element of an array as part of the next one. A removed
+    member comes back as the last one; of two with the same name only the first is ever found.
+-   Undoing a creation prunes, too, also a container that had been empty before. One it created
+    directly in the root stays.
+-   Nulls that padded an array up to a new element behind its end stay, and so does what was
+    inserted through the component `-` or an index with a leading zero, which names no element.
+-   An array that a component such as `name` or `01` turned into an object, or a plain value that
+    got a child, doesn't come back.
+-   A creation in an array inserts once more at each merge and is undone once. A removal in an array
+    that is merged into overwrites the element that came next.
 
 @section ChangeManager-handlers What handlers may do
 
