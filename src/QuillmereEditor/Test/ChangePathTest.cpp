@@ -28,7 +28,7 @@ TEST(ChangePathTest, ParentAndLastComponent) {
         const char* last;
     } cases[]{{"/a/b", "/a", "b"}, {"/a", "", "a"}, {"", "", ""}, {"/", "", ""}, {"/a/", "/a", ""},
         {"//", "/", ""}, {"/a/b/~1c", "/a/b", "~1c"}};
-    for(const auto& row : cases) {
+    for(const auto& row: cases) {
         EXPECT_EQ(std::string{parentPath(row.path)}, row.parent) << row.path;
         EXPECT_EQ(std::string{lastComponent(row.path)}, row.last) << row.path;
     }
@@ -46,10 +46,11 @@ TEST(ChangePathTest, IndexIsDigitsBehindAnOptionalMinus) {
         {"-99999999999999999999999999", IndexKind::Negative, 0}, {"", IndexKind::None, 0},
         {"-", IndexKind::None, 0}, {"--1", IndexKind::None, 0}, {"1a", IndexKind::None, 0},
         {"+1", IndexKind::None, 0}, {" 1", IndexKind::None, 0}};
-    for(const auto& row : cases) {
+    for(const auto& row: cases) {
         EXPECT_EQ(indexKind(row.component), row.kind) << row.component;
-        if(row.kind == IndexKind::Index)
+        if(row.kind == IndexKind::Index) {
             EXPECT_EQ(indexValue(row.component), row.value) << row.component;
+        }
     }
 }
 
