@@ -292,30 +292,38 @@ TEST(StringArrayJoinTest, MemoryIsHandedOutAgain) {
 }
 
 TEST(BlockReserveTest, HandsOutBlocksThatDoNotOverlap) {
-    const Containers::Array<char> a = reserveArray<char>(100000);
-    const Containers::Array<char> b = reserveArray<char>(100000);
+    const Containers::Array<char> a = reserveArray<char>(100000, nullptr);
+    const Containers::Array<char> b = reserveArray<char>(100000, nullptr);
     EXPECT_TRUE(a.end() <= b.begin() || b.end() <= a.begin());
 }
 
 TEST(BlockReserveTest, DoesNotWasteALargeBlockOnASmallRequest) {
-    const char* const large = reserveArray<char>(10000000).data();
-    EXPECT_NE(reserveArray<char>(100000).data(), large);
-    EXPECT_EQ(reserveArray<char>(9000000).data(), large);
+    const char* const large = reserveArray<char>(10000000, nullptr).data();
+    EXPECT_NE(reserveArray<char>(100000, nullptr).data(), large);
+    EXPECT_EQ(reserveArray<char>(9000000, nullptr).data(), large);
 }
 
 TEST(BlockReserveTest, FreesWhatNobodyAskedForInAWhile) {
-    { const Containers::Array<char> large = reserveArray<char>(10000000); }
+    { const Containers::Array<char> large = reserveArray<char>(10000000, nullptr); }
     const std::size_t before = reservedBlockCount();
     ASSERT_GE(before, 1);
     for(int i = 0; i != 100; ++i)
-        const Containers::Array<char> small = reserveArray<char>(10);
+        const Containers::Array<char> small = reserveArray<char>(10, nullptr);
     EXPECT_EQ(reservedBlockCount(), 1);
+}
+
+TEST(BlockReserveTest, DataBeginsWhereItsSourceDoesInThePage) {
+    alignas(4096) static const char page[4096]{};
+    for(const std::size_t place: {0, 1, 8, 63, 64, 2048, 4095}) {
+        const Containers::Array<std::size_t> array = reserveArray<std::size_t>(10, page + place);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(array.data()) % 4096, place & ~7ull) << place;
+    }
 }
 
 TEST(BlockReserveTest, KeepsABoundedNumberOfBlocks) {
     std::vector<Containers::Array<char>> blocks;
     for(int i = 0; i != 50; ++i)
-        blocks.push_back(reserveArray<char>(1000));
+        blocks.push_back(reserveArray<char>(1000, nullptr));
     blocks.clear();
     EXPECT_LE(reservedBlockCount(), 8);
 }
@@ -326,8 +334,8 @@ TEST(BlockReserveTest, ServesManyThreads) {
     for(char id = 0; id != 4; ++id)
         threads.emplace_back([&intact, id] {
             for(std::size_t i = 0; i != 2000; ++i) {
-                const Containers::Array<std::size_t> a = reserveArray<std::size_t>(1 + i % 77);
-                Containers::Array<char> b = reserveArray<char>(1 + i % 1000);
+                const Containers::Array<std::size_t> a = reserveArray<std::size_t>(1 + i % 77, nullptr);
+                Containers::Array<char> b = reserveArray<char>(1 + i % 1000, nullptr);
                 std::memset(b.data(), id, b.size());
                 for(const char c: b)
                     if(c != id)
