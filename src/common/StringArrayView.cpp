@@ -132,7 +132,8 @@ StringArray filter(const StringArrayView& lines, bool (*const keep)(const char*)
 
     const char* const from = lines.data().data();
     const Containers::ArrayView<const std::size_t> offsets = lines.offsets();
-    Containers::Array<char> storage = reserveArray<char>(lines.data().size() + StringArray::Padding, from);
+    Containers::Array<char> storage = reserveArray<char>(
+        lines.data().size() + StringArray::Padding, from);
     Containers::Array<std::size_t> kept = reserveArray<std::size_t>(offsets.size(), nullptr);
 
     /* In locals, as the compiler can't know what a predicate changes */

@@ -131,8 +131,8 @@ template<class T> void giveBack(T* const data, std::size_t) {
 
 }
 
-template<class T> Containers::Array<T> reserveArray(
-    const std::size_t size, const void* const source) {
+template<class T>
+Containers::Array<T> reserveArray(const std::size_t size, const void* const source) {
     char* const data = placeData(reserve().take(size * sizeof(T)), source);
     return Containers::Array<T>{reinterpret_cast<T*>(data), size, giveBack<T>};
 }

@@ -23,7 +23,8 @@ again, so that its pages need not be faulted in anew. A block that nobody asked 
 template<class T> Corrade::Containers::Array<T> reserveArray(std::size_t size, const void* source);
 
 extern template Corrade::Containers::Array<char> reserveArray<char>(std::size_t, const void*);
-extern template Corrade::Containers::Array<std::size_t> reserveArray<std::size_t>(std::size_t, const void*);
+extern template Corrade::Containers::Array<std::size_t> reserveArray<std::size_t>(
+    std::size_t, const void*);
 
 /** @brief Blocks that wait in the reserve, for tests. Any thread. */
 std::size_t reservedBlockCount();

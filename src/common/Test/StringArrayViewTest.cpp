@@ -334,7 +334,8 @@ TEST(BlockReserveTest, ServesManyThreads) {
     for(char id = 0; id != 4; ++id)
         threads.emplace_back([&intact, id] {
             for(std::size_t i = 0; i != 2000; ++i) {
-                const Containers::Array<std::size_t> a = reserveArray<std::size_t>(1 + i % 77, nullptr);
+                const Containers::Array<std::size_t> a = reserveArray<std::size_t>(
+                    1 + i % 77, nullptr);
                 Containers::Array<char> b = reserveArray<char>(1 + i % 1000, nullptr);
                 std::memset(b.data(), id, b.size());
                 for(const char c: b)
