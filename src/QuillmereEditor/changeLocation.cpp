@@ -29,20 +29,22 @@ bool isPaddingPossible(const std::size_t index) {
 }
 
 /* As a URI fragment the path is decoded by looking one byte ahead, so that one has to be there */
-rapidjson::Pointer parsed(const Containers::StringView path) {
+ChangeLocation::Pointer parsed(
+    const Containers::StringView path, rapidjson::MemoryPoolAllocator<>& pool) {
     if(path.hasPrefix('#'))
-        return rapidjson::Pointer{std::string{path.data(), path.size()}.c_str(), path.size()};
-    return rapidjson::Pointer{path.data(), path.size()};
+        return ChangeLocation::Pointer{
+            std::string{path.data(), path.size()}.c_str(), path.size(), &pool};
+    return ChangeLocation::Pointer{path.data(), path.size(), &pool};
 }
 
-Containers::StringView nameOf(const rapidjson::Pointer::Token& token) {
+Containers::StringView nameOf(const ChangeLocation::Pointer::Token& token) {
     return {token.name, token.length};
 }
 
 }
 
 ChangeLocation::ChangeLocation(const ProjectFile& project, const Containers::StringView path):
-    _path{path}, _pointer(parsed(path)) {
+    _path{path}, _pool{_buffer, sizeof(_buffer)}, _pointer(parsed(path, _pool)) {
     if(_pointer.IsValid())
         resolve(project);
     else

@@ -18,12 +18,18 @@ there. Valid until the document changes.
 */
 class ChangeLocation {
 public:
+    /** @brief A JSON pointer with its components in memory of the location */
+    using Pointer = rapidjson::GenericPointer<rapidjson::Value, rapidjson::MemoryPoolAllocator<>>;
+
     /**
     @brief Constructor
     @param project  Expects that it has a document
     @param path     JSON pointer, not retained by the parsed one but viewed by @ref path()
     */
     explicit ChangeLocation(const ProjectFile& project, Corrade::Containers::StringView path);
+
+    ChangeLocation(const ChangeLocation&) = delete;
+    ChangeLocation& operator=(const ChangeLocation&) = delete;
 
     Corrade::Containers::StringView path() const { return _path; }
 
@@ -37,21 +43,26 @@ public:
     bool isUsable(const char* function) const;
 
     /** @brief The parsed path, if @ref isUsable() */
-    const rapidjson::Pointer& pointer() const { return _pointer; }
+    const Pointer& pointer() const { return _pointer; }
 
     /** @brief What stands there, null if nothing does */
     rapidjson::Value* value() const { return _value; }
 
 private:
-    using Token = rapidjson::Pointer::Token;
+    using Token = Pointer::Token;
 
     void resolve(const ProjectFile& project);
     const char* problemOf(const ProjectFile& project, const Token& token) const;
     const char* enter(const ProjectFile& project, const Token& token);
     bool isMadeAnObject(const ProjectFile& project) const;
 
+    /* Parsing takes as long as all the rest of a change when it has to go to the heap */
+    static constexpr std::size_t UsualPointerSize = 512;
+
     Corrade::Containers::StringView _path;
-    rapidjson::Pointer _pointer;
+    alignas(std::max_align_t) char _buffer[UsualPointerSize];
+    rapidjson::MemoryPoolAllocator<> _pool;
+    Pointer _pointer;
     rapidjson::Value* _value = nullptr;
     const char* _problem = nullptr;
 };
