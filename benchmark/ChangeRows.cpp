@@ -98,20 +98,21 @@ const std::vector<Edit>& edits() {
 void nothing(const Change&, Containers::ArrayView<const std::string>, void*) {}
 
 /* None of them is part of a path of the edits */
-constexpr const char* HandlerKeys[]{"animation", "body", "camera", "debug", "fog", "gravity", "light",
-    "material", "mesh", "parent", "physics", "scale", "script", "skybox", "texture", "view"};
+constexpr const char* HandlerKeys[]{"animation", "body", "camera", "debug", "fog", "gravity",
+    "light", "material", "mesh", "parent", "physics", "scale", "script", "skybox", "texture",
+    "view"};
 
 class History {
 public:
     explicit History(const bool hasHandlers = false) {
         fill(*project.document);
         if(hasHandlers)
-            for(const char* const key : HandlerKeys)
+            for(const char* const key: HandlerKeys)
                 manager.addChangeHandler(key, nothing, nullptr);
     }
 
     void push() {
-        for(const Edit& edit : edits())
+        for(const Edit& edit: edits())
             manager.pushChange(edit.path.c_str(), edit.value, false);
     }
 
@@ -125,7 +126,7 @@ public:
     Handwritten() { fill(document); }
 
     void push() {
-        for(const Edit& edit : edits())
+        for(const Edit& edit: edits())
             push(edit);
     }
 
@@ -135,7 +136,7 @@ public:
     }
 
     void redo() {
-        for(Entry& entry : entries)
+        for(Entry& entry: entries)
             rapidjson::Pointer{entry.path.c_str()}.Set(document, entry.newValue);
     }
 
@@ -163,7 +164,8 @@ private:
 class EditCommand: public QUndoCommand {
 public:
     explicit EditCommand(rapidjson::Document& document, const Edit& edit):
-        _document(document), _path{edit.path},
+        _document(document),
+        _path{edit.path},
         _oldValue{*rapidjson::Pointer{edit.path.c_str()}.Get(document), document.GetAllocator()},
         _newValue{edit.value, document.GetAllocator()} {}
 
@@ -182,7 +184,7 @@ template<class Subject, class Prepare, class Run>
 Body measured(std::function<std::unique_ptr<Subject>()> make, Prepare prepare, Run run) {
     return [make, prepare, run](benchmark::State& state) {
         edits();
-        for(auto _ : state) {
+        for(auto _: state) {
             state.PauseTiming();
             std::unique_ptr<Subject> subject = make();
             prepare(*subject);
@@ -253,7 +255,7 @@ struct QtHistory {
 };
 
 void roundTripInQt(QtHistory& history) {
-    for(const Edit& edit : edits())
+    for(const Edit& edit: edits())
         history.stack.push(new EditCommand{history.document, edit});
     while(history.stack.canUndo())
         history.stack.undo();
@@ -297,10 +299,10 @@ const char* const* bareSearch(const char* const* const keys, const std::size_t c
     return first != count && std::strncmp(keys[first], key, n) == 0 ? keys + first : nullptr;
 }
 
-template<class Find> void lookUp(benchmark::State& state, const std::vector<const char*>& lookups,
-    const Find& find) {
+template<class Find>
+void lookUp(benchmark::State& state, const std::vector<const char*>& lookups, const Find& find) {
     std::size_t i = 0;
-    for(auto _ : state) {
+    for(auto _: state) {
         const char* const key = lookups[i++ % lookups.size()];
         benchmark::DoNotOptimize(find(key, std::strlen(key) + 1));
     }
@@ -311,7 +313,7 @@ void addFindRow(const std::size_t count) {
         const std::vector<std::string> keys = keysOf(count);
         StaticMap<Containers::Pointer<int>> map;
         map.grow(count);
-        for(const std::string& key : keys)
+        for(const std::string& key: keys)
             map.put(key.c_str(), Containers::pointer<int>(1));
         map.compile();
         lookUp(state, lookupsIn(keys),
@@ -320,7 +322,7 @@ void addFindRow(const std::size_t count) {
     const auto yardstick = [count](benchmark::State& state) {
         const std::vector<std::string> keys = keysOf(count);
         std::vector<const char*> sorted;
-        for(const std::string& key : keys)
+        for(const std::string& key: keys)
             sorted.push_back(key.c_str());
         std::sort(sorted.begin(), sorted.end(),
             [](const char* const a, const char* const b) { return std::strcmp(a, b) < 0; });
@@ -357,7 +359,8 @@ void printDragSize() {
     const std::size_t pool = project.allocator().Size();
     for(int i = 0; i != 10000; ++i)
         manager.pushChange("/objects/7/translation", vector3(float(i), values), true);
-    printFigure("change/drag-of-10000-steps/pool", double(project.allocator().Size() - pool), "bytes");
+    printFigure(
+        "change/drag-of-10000-steps/pool", double(project.allocator().Size() - pool), "bytes");
     printFigure("change/drag-of-10000-steps/entries", double(manager.changeCount() - 1), "entries");
 }
 

@@ -32,8 +32,8 @@ public:
 /** @brief Calls a function */
 class FunctionChangeHandler: public ChangeHandler {
 public:
-    using Function =
-        std::function<void(const Change&, Corrade::Containers::ArrayView<const std::string>, void*)>;
+    using Function = std::function<void(
+        const Change&, Corrade::Containers::ArrayView<const std::string>, void*)>;
 
     /**
     @brief Constructor

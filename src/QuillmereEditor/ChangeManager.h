@@ -205,8 +205,7 @@ public:
 
     /** @brief Register a function, see @ref FunctionChangeHandler */
     void addChangeHandler(const char* path,
-        std::function<void(
-            const Change&, Corrade::Containers::ArrayView<const std::string>, void*)>
+        std::function<void(const Change&, Corrade::Containers::ArrayView<const std::string>, void*)>
             function,
         void* userData);
 

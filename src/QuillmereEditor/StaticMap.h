@@ -86,8 +86,8 @@ template<class T> void StaticMap<T>::grow(const std::size_t count) {
 
 template<class T> T& StaticMap<T>::put(const char* const key, T&& value) {
     CORRADE_ASSERT(key, "StaticMap::put(): key cannot be nullptr.", _entries[_size].value);
-    CORRADE_ASSERT(_size < _entries.size(), "StaticMap::put(): capacity exhausted.",
-        _entries[_size].value);
+    CORRADE_ASSERT(
+        _size < _entries.size(), "StaticMap::put(): capacity exhausted.", _entries[_size].value);
 
     Entry& entry = _entries[_size++];
     entry.key = key;

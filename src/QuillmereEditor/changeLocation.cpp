@@ -44,7 +44,9 @@ Containers::StringView nameOf(const ChangeLocation::Pointer::Token& token) {
 }
 
 ChangeLocation::ChangeLocation(const ProjectFile& project, const Containers::StringView path):
-    _path{path}, _pool{_buffer, sizeof(_buffer)}, _pointer(parsed(path, _pool)) {
+    _path{path},
+    _pool{_buffer, sizeof(_buffer)},
+    _pointer(parsed(path, _pool)) {
     if(_pointer.IsValid())
         resolve(project);
     else

@@ -87,14 +87,14 @@ void ChangeManager::notify(const Step& step) {
     if(!hasHandlerFor(step.path))
         return;
 
-    const std::vector<std::string> components =
-        Utility::String::split(std::string{step.path.data(), step.path.size()}, '/');
+    const std::vector<std::string> components = Utility::String::split(
+        std::string{step.path.data(), step.path.size()}, '/');
     const Snapshot snapshot{step.path, step.oldValue, step.newValue, step.group};
     const Notification notification{_notification, nullptr};
-    for(const std::string& component : components) {
+    for(const std::string& component: components) {
         /* Looked up one by one: each handler may have changed what is registered */
-        Containers::Pointer<ChangeHandler>* const handler =
-            _handlers.findn(component.c_str(), std::strlen(component.c_str()) + 1);
+        Containers::Pointer<ChangeHandler>* const handler = _handlers.findn(
+            component.c_str(), std::strlen(component.c_str()) + 1);
         if(handler)
             (*handler)->handle(snapshot.change(), components);
     }

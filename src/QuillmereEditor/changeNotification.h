@@ -35,7 +35,9 @@ public:
         the handlers are through, or earlier with @ref settle(). Null otherwise.
     */
     explicit Notification(Notification*& innermost, int* undone):
-        _innermost(innermost), _outer{innermost}, _undone{undone} {
+        _innermost(innermost),
+        _outer{innermost},
+        _undone{undone} {
         innermost = this;
     }
 

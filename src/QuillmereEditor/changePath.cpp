@@ -25,7 +25,7 @@ Containers::StringView digits(const Containers::StringView component) {
 /* More than INT_MAX stays INT_MAX + 1 */
 long long cappedValue(const Containers::StringView digits) {
     long long value = 0;
-    for(const char digit : digits)
+    for(const char digit: digits)
         value = std::min(value * 10 + (digit - '0'), INT_MAX + 1ll);
     return value;
 }
@@ -36,7 +36,8 @@ Containers::StringView pathText(const Containers::ArrayView<const char> path) {
     if(path.isEmpty() || !path[0])
         return "";
     const void* const end = std::memchr(path.data(), '\0', path.size());
-    return {path.data(), end ? std::size_t(static_cast<const char*>(end) - path.data()) : path.size()};
+    return {
+        path.data(), end ? std::size_t(static_cast<const char*>(end) - path.data()) : path.size()};
 }
 
 Containers::StringView parentPath(const Containers::StringView path) {
@@ -51,8 +52,9 @@ Containers::StringView lastComponent(const Containers::StringView path) {
 
 IndexKind indexKind(const Containers::StringView component) {
     const Containers::StringView number = digits(component);
-    if(number.isEmpty() ||
-        !std::all_of(number.begin(), number.end(), [](const char c) { return c >= '0' && c <= '9'; }))
+    if(number.isEmpty() || !std::all_of(number.begin(), number.end(), [](const char c) {
+           return c >= '0' && c <= '9';
+       }))
         return IndexKind::None;
 
     const long long value = cappedValue(number);

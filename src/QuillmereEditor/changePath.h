@@ -21,10 +21,10 @@ Corrade::Containers::StringView lastComponent(Corrade::Containers::StringView pa
 
 /** @brief What a component of a path says as an array index */
 enum class IndexKind {
-    None, /**< Not a number */
-    Index, /**< 0 to `INT_MAX`, leading zeros and a negative zero included */
+    None,     /**< Not a number */
+    Index,    /**< 0 to `INT_MAX`, leading zeros and a negative zero included */
     Negative, /**< Less than zero */
-    TooLarge /**< More than `INT_MAX` */
+    TooLarge  /**< More than `INT_MAX` */
 };
 
 /** @brief An optional minus and decimal digits are an index, see @ref IndexKind */

@@ -22,8 +22,8 @@ rapidjson::Pointer pointerTo(const Containers::StringView path) {
 }
 
 bool isEmptyContainer(const rapidjson::Value* const value) {
-    return value && ((value->IsObject() && value->ObjectEmpty()) ||
-                        (value->IsArray() && value->Empty()));
+    return value &&
+        ((value->IsObject() && value->ObjectEmpty()) || (value->IsArray() && value->Empty()));
 }
 
 /* The loop ends below the root: an empty /objects is a part of the project's shape, an empty
@@ -79,8 +79,8 @@ void insertAt(rapidjson::Document& document, const ChangeLocation& location,
         location.pointer().Create(document) = copy;
 }
 
-void createAt(ProjectFile& project, const ChangeLocation& location,
-    const rapidjson::Value& newValue) {
+void createAt(
+    ProjectFile& project, const ChangeLocation& location, const rapidjson::Value& newValue) {
     rapidjson::Document& document = *project.document;
     const bool isIndex = indexKind(lastComponent(location.path())) != IndexKind::None;
     const rapidjson::Pointer parent = pointerTo(parentPath(location.path()));

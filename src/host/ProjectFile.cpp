@@ -41,8 +41,7 @@ bool matches(const rapidjson::Pointer& pattern, const rapidjson::Pointer& path) 
 
 }
 
-ProjectFile::ProjectFile():
-    document{InPlaceInit, rapidjson::kObjectType} {}
+ProjectFile::ProjectFile(): document{InPlaceInit, rapidjson::kObjectType} {}
 
 ProjectFile::~ProjectFile() = default;
 
@@ -65,7 +64,7 @@ rapidjson::Value* ProjectFile::getValue(const char* const path, const bool stric
 
 const ProjectFile::Default* ProjectFile::findDefault(const rapidjson::Pointer& path) const {
     const Default* found = nullptr;
-    for(const Default& candidate : _defaults) {
+    for(const Default& candidate: _defaults) {
         if(isSame(candidate.pattern, path))
             return &candidate;
         if(!found && matches(candidate.pattern, path))
@@ -97,7 +96,7 @@ const char* ProjectFile::resourceByName(
     if(resources == root.MemberEnd() || !resources->value.IsObject())
         return nullptr;
     /* Not by key, which would be another search for each of them */
-    for(const rapidjson::Value::Member& resource : resources->value.GetObject()) {
+    for(const rapidjson::Value::Member& resource: resources->value.GetObject()) {
         const ValueAccess resourceName = ValueAccess{resource.value}["name"];
         if(resourceName.isString() && name == resourceName.asString())
             return resource.name.GetString();
@@ -112,8 +111,8 @@ ValueAccess ProjectFile::operator[](const char* const typeName) const {
 bool ProjectFile::load(const std::string& file) {
     std::string text, reason;
     if(!readWholeFile(file, text, reason)) {
-        Utility::Error{} << "ProjectFile::load(): can't read" << file << Utility::Debug::nospace << ":"
-                         << reason;
+        Utility::Error{} << "ProjectFile::load(): can't read" << file << Utility::Debug::nospace
+                         << ":" << reason;
         return false;
     }
 

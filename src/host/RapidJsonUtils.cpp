@@ -85,7 +85,7 @@ rapidjson::Value copyPlain(const rapidjson::Value& value, Allocator& allocator) 
 rapidjson::Value copyFlat(const rapidjson::Value& array, Allocator& allocator) {
     rapidjson::Value out{rapidjson::kArrayType};
     out.Reserve(array.Size(), allocator);
-    for(const rapidjson::Value& value : array.GetArray()) {
+    for(const rapidjson::Value& value: array.GetArray()) {
         rapidjson::Value element = copyPlain(value, allocator);
         out.PushBack(element, allocator);
     }

@@ -13,8 +13,7 @@ namespace QuillmereEngine { namespace RapidJsonUtils {
 @brief Value of an enumeration by its name
 @return Index of the first of @p names that equals @p string, -1 if none does
 */
-int enumStringToValue(
-    const char* string, Corrade::Containers::ArrayView<const char* const> names);
+int enumStringToValue(const char* string, Corrade::Containers::ArrayView<const char* const> names);
 
 /**
 @brief Copy a value deeply
@@ -23,8 +22,7 @@ int enumStringToValue(
 
 Arrays and objects take just the memory they need. Works for any depth of nesting.
 */
-rapidjson::Value copy(
-    const rapidjson::Value& value, rapidjson::Document::AllocatorType& allocator);
+rapidjson::Value copy(const rapidjson::Value& value, rapidjson::Document::AllocatorType& allocator);
 
 /**
 @brief Compact one-line JSON

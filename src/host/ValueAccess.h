@@ -52,7 +52,9 @@ keys these are.
 */
 template<class Access> class KeyIterator {
 public:
-    explicit KeyIterator(const Access& access, std::size_t index): _access{&access}, _index{index} {}
+    explicit KeyIterator(const Access& access, std::size_t index):
+        _access{&access},
+        _index{index} {}
 
     const char* operator*() const { return _access->key(_index); }
 

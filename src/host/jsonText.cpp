@@ -1,6 +1,10 @@
 #include "host/jsonText.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <locale.h>
 #include <string_view>
 #include <vector>
 
@@ -18,14 +22,35 @@ namespace QuillmereEngine {
 
 namespace {
 
-constexpr unsigned ParseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
+/* Numbers come as text: RapidJSON 1.1.0 shifts by the width of an integer to read a zero with a
+   negative exponent in full precision, which is undefined */
+constexpr unsigned ParseFlags = rapidjson::kParseIterativeFlag |
+    rapidjson::kParseFullPrecisionFlag | rapidjson::kParseNumbersAsStringsFlag;
 
-/* Hands everything on and stops where a level too deep begins */
-template<class Target> class DepthLimiter {
+/* A double of any syntax that RapidJSON let pass, infinite if it's too large for one */
+double doubleFrom(const char* const text, const std::size_t length) {
+    double value = 0.0;
+    if(std::from_chars(text, text + length, value).ec == std::errc{})
+        return value;
+    /* Too small or too large, which from_chars() doesn't tell apart */
+    static const locale_t independent = newlocale(LC_ALL_MASK, "C", nullptr);
+    return strtod_l(std::string{text, length}.c_str(), nullptr, independent);
+}
+
+template<class Integer>
+bool integerFrom(const char* const text, const std::size_t length, Integer& value) {
+    const auto result = std::from_chars(text, text + length, value);
+    return result.ec == std::errc{} && result.ptr == text + length;
+}
+
+/* Hands everything on, makes numbers of their text, and stops where a level too deep begins or a
+   number is too large */
+template<class Target> class CheckedTarget {
 public:
-    explicit DepthLimiter(Target& target): _target(target) {}
+    explicit CheckedTarget(Target& target): _target(target) {}
 
-    bool isExceeded() const { return _depth > MaxJsonDepth; }
+    bool isTooDeep() const { return _depth > MaxJsonDepth; }
+    bool isNumberTooLarge() const { return _isNumberTooLarge; }
 
     bool Null() { return _target.Null(); }
     bool Bool(const bool value) { return _target.Bool(value); }
@@ -34,8 +59,17 @@ public:
     bool Int64(const std::int64_t value) { return _target.Int64(value); }
     bool Uint64(const std::uint64_t value) { return _target.Uint64(value); }
     bool Double(const double value) { return _target.Double(value); }
-    bool RawNumber(const char* const text, const rapidjson::SizeType length, const bool copy) {
-        return _target.RawNumber(text, length, copy);
+    /* The narrowest kind isn't looked for, a value knows by itself into which it fits */
+    bool RawNumber(const char* const text, const rapidjson::SizeType length, bool) {
+        std::int64_t integer;
+        std::uint64_t large;
+        if(integerFrom(text, length, integer))
+            return _target.Int64(integer);
+        if(integerFrom(text, length, large))
+            return _target.Uint64(large);
+        const double value = doubleFrom(text, length);
+        _isNumberTooLarge = std::isinf(value);
+        return !_isNumberTooLarge && _target.Double(value);
     }
     bool String(const char* const text, const rapidjson::SizeType length, const bool copy) {
         return _target.String(text, length, copy);
@@ -57,14 +91,16 @@ public:
 private:
     Target& _target;
     std::size_t _depth = 0;
+    bool _isNumberTooLarge = false;
 };
 
 void setPlace(JsonTextError& error, const std::string_view text, const std::size_t offset) {
     const std::string_view before = text.substr(0, offset);
     error.line = 1 + std::size_t(std::count(before.begin(), before.end(), '\n'));
     const std::string_view line = before.substr(before.rfind('\n') + 1);
-    error.column = 1 + std::size_t(std::count_if(line.begin(), line.end(),
-                           [](const char byte) { return (byte & 0xc0) != 0x80; }));
+    error.column = 1 + std::size_t(std::count_if(line.begin(), line.end(), [](const char byte) {
+        return (byte & 0xc0) != 0x80;
+    }));
 }
 
 /* RapidJSON stops at a NUL and takes it for the end of the text */
@@ -80,7 +116,7 @@ std::string_view nameOf(const rapidjson::Value::Member& member) {
 std::string_view duplicateName(const rapidjson::Value& object) {
     std::vector<std::string_view> names;
     names.reserve(object.MemberCount());
-    for(const rapidjson::Value::Member& member : object.GetObject())
+    for(const rapidjson::Value::Member& member: object.GetObject())
         names.push_back(nameOf(member));
     std::sort(names.begin(), names.end());
     const auto found = std::adjacent_find(names.begin(), names.end());
@@ -94,7 +130,7 @@ struct SearchLevel {
 
 void appendComponent(std::string& path, const std::string_view name) {
     path += '/';
-    for(const char c : name) {
+    for(const char c: name) {
         if(c == '~')
             path += "~0";
         else if(c == '/')
@@ -141,34 +177,34 @@ bool parseJson(
     rapidjson::MemoryStream stream{text.data(), text.size()};
     rapidjson::Reader reader;
     rapidjson::ParseResult result;
-    bool isTooDeep = false;
     rapidjson::Document parsed;
-    auto parse = [&](rapidjson::Document& target) {
-        DepthLimiter<rapidjson::Document> limiter{target};
-        result = reader.Parse<ParseFlags>(stream, limiter);
-        isTooDeep = limiter.isExceeded();
-        return !result.IsError();
+    auto parse = [&](rapidjson::Document& document) {
+        CheckedTarget<rapidjson::Document> target{document};
+        result = reader.Parse<ParseFlags>(stream, target);
+        if(target.isTooDeep())
+            error.message = "Nested deeper than " + std::to_string(MaxJsonDepth) + " levels.";
+        else if(target.isNumberTooLarge())
+            error.message = rapidjson::GetParseError_En(rapidjson::kParseErrorNumberTooBig);
+        else if(result.IsError())
+            error.message = rapidjson::GetParseError_En(result.Code());
+        else if(!endsAt(text, stream))
+            error.message = "A NUL character outside of a string.";
+        else
+            return true;
+        setPlace(error, text, result.IsError() ? result.Offset() : stream.Tell());
+        return false;
     };
     parsed.Populate(parse);
-
-    if(!result.IsError() && endsAt(text, stream)) {
-        out = std::move(parsed);
-        return true;
-    }
-    if(isTooDeep)
-        error.message = "Nested deeper than " + std::to_string(MaxJsonDepth) + " levels.";
-    else if(!result.IsError())
-        error.message = "A NUL character outside of a string.";
-    else
-        error.message = rapidjson::GetParseError_En(result.Code());
-    setPlace(error, text, result.IsError() ? result.Offset() : stream.Tell());
-    return false;
+    if(result.IsError() || !endsAt(text, stream))
+        return false;
+    out = std::move(parsed);
+    return true;
 }
 
 bool isJsonDepthValid(const rapidjson::Value& value) {
     rapidjson::BaseReaderHandler<> nowhere;
-    DepthLimiter<rapidjson::BaseReaderHandler<>> limiter{nowhere};
-    return walkJson(value, limiter);
+    CheckedTarget<rapidjson::BaseReaderHandler<>> target{nowhere};
+    return walkJson(value, target);
 }
 
 std::string duplicateMember(const rapidjson::Value& value) {
@@ -179,8 +215,8 @@ std::string duplicateMember(const rapidjson::Value& value) {
             levels.pop_back();
         } else {
             levels.push_back({container, 0});
-            const std::string_view name =
-                container->IsObject() ? duplicateName(*container) : std::string_view{};
+            const std::string_view name = container->IsObject() ? duplicateName(*container)
+                                                                : std::string_view{};
             if(name.data()) {
                 std::string path = searchPath(levels);
                 appendComponent(path, name);

@@ -28,14 +28,22 @@ template<class Handler> bool sendNumber(const rapidjson::Value& value, Handler& 
 template<class Handler>
 bool sendValue(const rapidjson::Value& value, Handler& handler, std::vector<JsonLevel>& levels) {
     switch(value.GetType()) {
-        case rapidjson::kNullType: return handler.Null();
-        case rapidjson::kFalseType: return handler.Bool(false);
-        case rapidjson::kTrueType: return handler.Bool(true);
-        case rapidjson::kNumberType: return sendNumber(value, handler);
+        case rapidjson::kNullType:
+            return handler.Null();
+        case rapidjson::kFalseType:
+            return handler.Bool(false);
+        case rapidjson::kTrueType:
+            return handler.Bool(true);
+        case rapidjson::kNumberType:
+            return sendNumber(value, handler);
         case rapidjson::kStringType:
             return handler.String(value.GetString(), value.GetStringLength(), true);
-        case rapidjson::kArrayType: levels.push_back({&value, 0}); return handler.StartArray();
-        case rapidjson::kObjectType: levels.push_back({&value, 0}); return handler.StartObject();
+        case rapidjson::kArrayType:
+            levels.push_back({&value, 0});
+            return handler.StartArray();
+        case rapidjson::kObjectType:
+            levels.push_back({&value, 0});
+            return handler.StartObject();
     }
     return false;
 }

@@ -40,8 +40,8 @@ bool writeAll(const int descriptor, Containers::StringView content) {
 int createBeside(const std::string& file, std::string& temporary) {
     for(int i = 0; i != MaxAttempts; ++i) {
         temporary = file + ".saving-" + std::to_string(getpid()) + "-" + std::to_string(i);
-        const int descriptor =
-            open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        const int descriptor = open(
+            temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if(descriptor >= 0 || errno != EEXIST)
             return descriptor;
     }

@@ -21,12 +21,13 @@ constexpr const char* HandlerKeys[]{"", "objects", "name", "0", "list", "m"};
 
 /* '#' is replaced by a small number */
 constexpr const char* Paths[]{"/objects/#/name", "/objects/#/name", "/objects/#/translation",
-    "/objects/#/translation/#", "/objects/#", "/objects/#", "/objects", "/objects/#/tags/#", "/list/#",
-    "/list/#", "/list/#", "/list", "/list/-", "/list/0#", "/list/name", "/list/-#", "/list/#/sub",
-    "/list/-0", "/list/99999999999", "/list/2147483648", "/map/#", "/map/-#", "/map/k", "/map/#/x",
-    "/map", "/deep/r/m/#", "/deep/r/m/#/n", "/deep/r/m", "/deep/r", "/deep/r/-#/x", "/scalar",
-    "/scalar/x", "/scalar/x/#", "/new/#", "/new/a/b", "/new/#/x/#", "/new/-/#", "/~0~1", "/", "//",
-    "", "objects", "/objects/~2", "/list/~", "/e/f/g/h", "/e/f", "/list/-#/x"};
+    "/objects/#/translation/#", "/objects/#", "/objects/#", "/objects", "/objects/#/tags/#",
+    "/list/#", "/list/#", "/list/#", "/list", "/list/-", "/list/0#", "/list/name", "/list/-#",
+    "/list/#/sub", "/list/-0", "/list/99999999999", "/list/2147483648", "/map/#", "/map/-#",
+    "/map/k", "/map/#/x", "/map", "/deep/r/m/#", "/deep/r/m/#/n", "/deep/r/m", "/deep/r",
+    "/deep/r/-#/x", "/scalar", "/scalar/x", "/scalar/x/#", "/new/#", "/new/a/b", "/new/#/x/#",
+    "/new/-/#", "/~0~1", "/", "//", "", "objects", "/objects/~2", "/list/~", "/e/f/g/h", "/e/f",
+    "/list/-#/x"};
 
 void toValue(const ModelJson& json, rapidjson::Document& out) {
     JsonTextError error;
@@ -38,23 +39,22 @@ void toValue(const ModelJson& json, rapidjson::Document& out) {
 ModelJson firstDocument() {
     const auto number = ModelJson::number;
     const auto text = ModelJson::string;
-    return ModelJson::object({{"objects",
-                                  ModelJson::array({ModelJson::object({{"name", text("first")},
-                                                        {"translation",
-                                                            ModelJson::array(
-                                                                {number(1), number(2)})}}),
-                                      ModelJson::object({{"name", text("second")}})})},
-        {"list", ModelJson::array({text("x"), text("y")})},
-        {"map", ModelJson::object({{"k", number(1)}, {"7", number(2)}})}, {"scalar", number(5)},
-        {"deep",
-            ModelJson::object(
-                {{"r", ModelJson::object({{"m", ModelJson::array({number(1)})}})}})}});
+    return ModelJson::object(
+        {{"objects",
+             ModelJson::array({ModelJson::object({{"name", text("first")},
+                                   {"translation", ModelJson::array({number(1), number(2)})}}),
+                 ModelJson::object({{"name", text("second")}})})},
+            {"list", ModelJson::array({text("x"), text("y")})},
+            {"map", ModelJson::object({{"k", number(1)}, {"7", number(2)}})}, {"scalar", number(5)},
+            {"deep",
+                ModelJson::object(
+                    {{"r", ModelJson::object({{"m", ModelJson::array({number(1)})}})}})}});
 }
 
 bool hasLargeIndex(const std::string& path) {
     ModelPath components;
     parsePointer(path, components);
-    for(const std::string& component : components)
+    for(const std::string& component: components)
         if(properIndex(component) >= IndexLimit && properIndex(component) <= INT_MAX)
             return true;
     return false;
@@ -70,12 +70,12 @@ ChangeComparison::ChangeComparison(std::function<std::uint8_t()> source):
 }
 
 void ChangeComparison::registerHandlers() {
-    for(const char* const key : HandlerKeys) {
+    for(const char* const key: HandlerKeys) {
         _model.handlers.insert(key);
         _manager.addChangeHandler(
             key,
-            [this, key](const Change& change, const Containers::ArrayView<const std::string> path,
-                void*) {
+            [this, key](
+                const Change& change, const Containers::ArrayView<const std::string> path, void*) {
                 std::ostringstream text;
                 Utility::Debug{&text, Utility::Debug::Flag::NoNewlineAtTheEnd} << change;
                 _calls.push_back(
@@ -100,7 +100,7 @@ std::string ChangeComparison::path() {
         return hasLargeIndex(typed) ? "/list/0" : typed;
     }
     std::string out;
-    for(const char c : std::string{Paths[choice % (sizeof(Paths) / sizeof(*Paths))]})
+    for(const char c: std::string{Paths[choice % (sizeof(Paths) / sizeof(*Paths))]})
         out += c == '#' ? std::to_string(_source() % 5) : std::string(1, c);
     return out;
 }
@@ -144,12 +144,16 @@ void ChangeComparison::push(const bool merge, const bool isRemoval) {
 void ChangeComparison::operate(const std::uint8_t operation) {
     switch(operation % 16) {
         case 0:
-        case 1: return push(false, false);
+        case 1:
+            return push(false, false);
         case 2:
         case 3:
-        case 4: return push(true, false);
-        case 5: return push(false, true);
-        case 6: return push(operation & 16, true);
+        case 4:
+            return push(true, false);
+        case 5:
+            return push(false, true);
+        case 6:
+            return push(operation & 16, true);
         case 7: {
             const std::string where = path();
             _operation = "append " + where;
@@ -224,10 +228,10 @@ void ChangeComparison::compare() {
         _difference = "hasUnsavedChanges()";
     else if(_calls != _model.calls) {
         _difference = "calls of handlers\n";
-        for(const std::string& call : _calls)
+        for(const std::string& call: _calls)
             _difference += call + "\n";
         _difference += "expected\n";
-        for(const std::string& call : _model.calls)
+        for(const std::string& call: _model.calls)
             _difference += call + "\n";
     }
     if(!_difference.empty())

@@ -39,7 +39,8 @@ using ChangeHandlerDeathTest = ChangeHandlerTest;
 class WatchedHandler: public ChangeHandler {
 public:
     explicit WatchedHandler(bool& isDestroyed, std::function<void()> what):
-        _isDestroyed(isDestroyed), _what{std::move(what)} {}
+        _isDestroyed(isDestroyed),
+        _what{std::move(what)} {}
     ~WatchedHandler() override { _isDestroyed = true; }
 
     void handle(const Change&, Containers::ArrayView<const std::string>) override {
@@ -118,9 +119,9 @@ TEST_F(ChangeHandlerTest, SeventeenHandlersAllStayReachable) {
     std::vector<std::string> keys;
     for(int i = 0; i != 17; ++i)
         keys.push_back("key" + std::to_string(i));
-    for(const std::string& key : keys)
+    for(const std::string& key: keys)
         listen(key.c_str());
-    for(const std::string& key : keys)
+    for(const std::string& key: keys)
         push(("/" + key).c_str(), "1");
     EXPECT_EQ(calls.size(), 17u);
 }
@@ -334,8 +335,9 @@ TEST_F(ChangeHandlerTest, CommitGoesOnAfterAPush) {
     listen("a");
     listen("answer");
     manager.commit();
-    EXPECT_EQ(calls, (Calls{"answer: Create /answer: () -> 3", "b after: Create /b: () -> 2",
-                         "a: Create /a: () -> 1"}));
+    EXPECT_EQ(calls,
+        (Calls{"answer: Create /answer: () -> 3", "b after: Create /b: () -> 2",
+            "a: Create /a: () -> 1"}));
 }
 
 TEST_F(ChangeHandlerTest, CommitEndsWhereAHandlerUndid) {
@@ -358,8 +360,8 @@ TEST_F(ChangeHandlerTest, CommitInAHandlerOfAPushTellsAgainOnce) {
 
 TEST_F(ChangeHandlerTest, HandlerRegisteredInAHandlerHearsOfTheRest) {
     once("a", [this] {
-        for(const char* const key : {"b", "c", "d", "e", "f", "g", "h", "i", "j", "k", "l", "m", "n",
-                "o", "p", "q", "r"})
+        for(const char* const key:
+            {"b", "c", "d", "e", "f", "g", "h", "i", "j", "k", "l", "m", "n", "o", "p", "q", "r"})
             listen(key);
     });
     push("/a/b", "1");

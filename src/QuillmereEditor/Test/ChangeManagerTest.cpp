@@ -75,8 +75,7 @@ TEST_F(ChangeManagerTest, CopiesStringsHeldByReference) {
     std::memset(name, '!', std::strlen(name));
 
     const std::string expected = R"("a text that is too long to be stored in a value")";
-    EXPECT_EQ(
-        document(), R"({"object":{"name":)" + expected + R"(},"string":)" + expected + "}");
+    EXPECT_EQ(document(), R"({"object":{"name":)" + expected + R"(},"string":)" + expected + "}");
     EXPECT_EQ(RapidJsonUtils::toJson(*manager.lastChange().newValue), expected);
     manager.undoLast();
     EXPECT_EQ(

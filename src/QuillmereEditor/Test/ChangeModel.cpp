@@ -26,7 +26,7 @@ std::string lastPart(const std::string& path) {
 /* The path with the NUL that its array counts, cut at each slash */
 std::vector<std::string> parts(const std::string& path) {
     std::vector<std::string> out{""};
-    for(const char c : path + '\0')
+    for(const char c: path + '\0')
         if(c == '/')
             out.emplace_back();
         else
@@ -39,7 +39,7 @@ std::vector<std::string> parts(const std::string& path) {
 std::string callText(const std::string& key, const std::string& change, const int group,
     const std::vector<std::string>& components) {
     std::string out = key + " | " + change + " | " + std::to_string(group) + " |";
-    for(const std::string& component : components)
+    for(const std::string& component: components)
         out += " " + component + ";";
     return out;
 }
@@ -79,7 +79,8 @@ bool ChangeModel::isRestorable(const Entry& entry) {
     const bool isPrunable = path.size() > 2;
     if(!entry.oldValue && !entry.newValue)
         return !(isPrunable && parent && parent->isContainer() && parent->size() == 0);
-    if(!parent || !parent->isContainer() || (isPrunable && parent->size() == (entry.oldValue ? 1 : 0)))
+    if(!parent || !parent->isContainer() ||
+        (isPrunable && parent->size() == (entry.oldValue ? 1 : 0)))
         return false;
     if(!entry.newValue)
         return parent->isArray() || parent->memberIndex(path.back()) + 1 == int(parent->size());
@@ -129,8 +130,8 @@ void ChangeModel::push(
    when it's merged into: of others the entries in between lose their order, and a creation or a
    removal is done a second time */
 void ChangeModel::merge(const int target, const std::optional<ModelJson>& value) {
-    const bool isPlain =
-        _history[std::size_t(target)].oldValue && _history[std::size_t(target)].newValue && value;
+    const bool isPlain = _history[std::size_t(target)].oldValue &&
+        _history[std::size_t(target)].newValue && value;
     if(target != _last)
         for(int i = target; i <= _last; ++i)
             _history[std::size_t(i)].hasSnapshots = false;
@@ -265,7 +266,7 @@ void ChangeModel::notify(const std::string& path, const std::optional<ModelJson>
     const std::string text = kind + " " + path + ": " + (oldValue ? oldValue->text() : "()") +
         " -> " + (newValue ? newValue->text() : "()");
     const std::vector<std::string> all = parts(path);
-    for(const std::string& part : all)
+    for(const std::string& part: all)
         if(handlers.count(part.c_str()))
             calls.push_back(callText(part.c_str(), text, group, all));
 }

@@ -35,8 +35,7 @@ protected:
 }
 
 TEST_F(DocumentEditTest, CreatesInObjects) {
-    const Case cases[]{
-        {"member", R"({"a":1})", "/b", "2", R"({"a":1,"b":2})", nullptr},
+    const Case cases[]{{"member", R"({"a":1})", "/b", "2", R"({"a":1,"b":2})", nullptr},
         {"null is a value", R"({"a":null})", "/a", "2", R"({"a":2})", nullptr},
         {"number as a name", R"({"map":{"k":1}})", "/map/7", "2", R"({"map":{"k":1,"7":2}})",
             nullptr},
@@ -49,7 +48,7 @@ TEST_F(DocumentEditTest, CreatesInObjects) {
         {"fragment", R"({"a":{"b":1}})", "#/a/%41", "2", R"({"a":{"b":1,"A":2}})", nullptr},
         {"in an array's element", R"({"o":[{"x":1}]})", "/o/0/y", "2", R"({"o":[{"x":1,"y":2}]})",
             nullptr}};
-    for(const Case& row : cases)
+    for(const Case& row: cases)
         run(row);
 }
 
@@ -60,7 +59,7 @@ TEST_F(DocumentEditTest, CreatesInArrays) {
         {"into the root", R"(["x"])", "/1", "0", R"(["x",0])", nullptr},
         {"of what is there already", R"({"list":["x","y"]})", "/list/0", "0", R"({"list":[0,"y"]})",
             nullptr}};
-    for(const Case& row : cases)
+    for(const Case& row: cases)
         run(row);
 }
 
@@ -77,11 +76,11 @@ TEST_F(DocumentEditTest, InsertionMovesTheRestUp) {
 }
 
 TEST_F(DocumentEditTest, UndoingARemovedElementInsertsItAgain) {
-    const Case cases[]{
-        {"first", R"({"list":["x","y","z"]})", "/list/0", nullptr, R"({"list":["y","z"]})", nullptr},
+    const Case cases[]{{"first", R"({"list":["x","y","z"]})", "/list/0", nullptr,
+                           R"({"list":["y","z"]})", nullptr},
         {"last", R"({"list":["x","y","z"]})", "/list/2", nullptr, R"({"list":["x","y"]})", nullptr},
         {"only one", R"({"list":["x"]})", "/list/0", nullptr, R"({"list":[]})", nullptr}};
-    for(const Case& row : cases)
+    for(const Case& row: cases)
         run(row);
 }
 
@@ -98,7 +97,7 @@ TEST_F(DocumentEditTest, RemovalPrunesButNeverBelowTheRoot) {
         {"directly in the root", R"({"a":1})", "/a", nullptr, "{}", nullptr},
         {"child of a plain value", R"({"a":{"b":1}})", "/a/b/c", nullptr, R"({"a":{"b":1}})",
             nullptr}};
-    for(const Case& row : cases)
+    for(const Case& row: cases)
         run(row);
 }
 
@@ -133,7 +132,7 @@ TEST_F(DocumentEditTest, WhatUndoDoesNotRestore) {
         {"insertion at minus zero", R"({"list":["x","y"]})", "/list/-0", "0",
             R"({"list":[0,"x","y"]})", R"({"list":[0,"x","y"]})"},
         {"created array in the root", "{}", "/list/0", "0", R"({"list":[0]})", R"({"list":[]})"}};
-    for(const Case& row : cases)
+    for(const Case& row: cases)
         run(row);
 }
 
@@ -195,9 +194,9 @@ TEST_F(DocumentEditTest, UnusablePathsAreRefused) {
     listen("");
     push("/s", "2");
     calls.clear();
-    for(const auto& row : cases) {
-        const std::string line =
-            "ChangeManager::pushChange(): " + std::string{row.path} + " " + row.reason + "\n";
+    for(const auto& row: cases) {
+        const std::string line = "ChangeManager::pushChange(): " + std::string{row.path} + " " +
+            row.reason + "\n";
         EXPECT_EQ(errorsOf([&] { push(row.path, "1"); }), line);
         EXPECT_EQ(errorsOf([&] { push(row.path, "1", true); }), line);
         EXPECT_EQ(errorsOf([&] { manager.pushChange(row.path, "1", false); }), line);

@@ -10,7 +10,7 @@ namespace {
 
 std::string quoted(const std::string& text) {
     std::string out = "\"";
-    for(const char c : text) {
+    for(const char c: text) {
         const std::size_t named = std::string{"\b\f\n\r\t\"\\"}.find(c);
         char escape[8];
         if(named != std::string::npos && c) {
@@ -99,15 +99,18 @@ bool ModelJson::operator==(const ModelJson& other) const {
 std::string ModelJson::text() const {
     std::string out;
     switch(kind) {
-        case Kind::Null: return "null";
-        case Kind::Number: return std::to_string(value);
-        case Kind::String: return quoted(characters);
+        case Kind::Null:
+            return "null";
+        case Kind::Number:
+            return std::to_string(value);
+        case Kind::String:
+            return quoted(characters);
         case Kind::Array:
-            for(const ModelJson& item : items)
+            for(const ModelJson& item: items)
                 out += (out.empty() ? "" : ",") + item.text();
             return "[" + out + "]";
         case Kind::Object:
-            for(const auto& member : members)
+            for(const auto& member: members)
                 out += (out.empty() ? "" : ",") + quoted(member.first) + ":" + member.second.text();
             return "{" + out + "}";
     }
@@ -141,7 +144,7 @@ bool isNumber(const std::string& component) {
 long long numberValue(const std::string& component) {
     const bool isNegative = component[0] == '-';
     long long value = 0;
-    for(const char digit : component.substr(isNegative ? 1 : 0))
+    for(const char digit: component.substr(isNegative ? 1 : 0))
         value = std::min(value * 10 + (digit - '0'), 3000000000ll);
     return isNegative ? -value : value;
 }
@@ -161,7 +164,7 @@ ModelJson* find(ModelJson& root, const ModelPath& path) {
 
 ModelJson& create(ModelJson& root, const ModelPath& path) {
     ModelJson* at = &root;
-    for(const std::string& component : path)
+    for(const std::string& component: path)
         at = &createChild(*at, component);
     return *at;
 }

@@ -78,7 +78,7 @@ TEST(StaticMapTest, GrowingKeepsEntriesAndOrder) {
     for(int i = 0; i != 16; ++i)
         keys.push_back("key" + std::to_string(i));
     std::vector<const char*> borrowed;
-    for(const std::string& key : keys)
+    for(const std::string& key: keys)
         borrowed.push_back(key.c_str());
 
     IntMap map = filled(borrowed);

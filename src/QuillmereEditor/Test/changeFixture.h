@@ -37,7 +37,7 @@ protected:
                 Corrade::Utility::Debug{&out, Corrade::Utility::Debug::Flag::NoNewlineAtTheEnd}
                     << change;
                 std::string components;
-                for(const std::string& component : path)
+                for(const std::string& component: path)
                     components += "," + component;
                 calls.push_back(std::string{key} + ": " + out.str());
                 lastComponents = components;

@@ -32,6 +32,7 @@ TEST(JsonTextTest, ErrorsHaveLineAndColumn) {
         {"two values", "1 2", "The document root must not be followed by other values.", 1, 3},
         {"NUL behind it", std::string("[1]\0[2]", 7), "A NUL character outside of a string.", 1, 4},
         {"too large a number", "[1e999]", "Number too big to be stored in double.", 1, 2},
+        {"just too large a number", "[0,-1.8e308]", "Number too big to be stored in double.", 1, 4},
         {"too deep", nested(MaxJsonDepth + 1), "Nested deeper than 10000 levels.", 1, 10001},
         {"too deep and open", std::string(3000000, '['), "Nested deeper than 10000 levels.", 1,
             10001}};
@@ -44,6 +45,36 @@ TEST(JsonTextTest, ErrorsHaveLineAndColumn) {
         EXPECT_EQ(error.column, row.column) << row.name;
         EXPECT_TRUE(out.IsArray()) << row.name;
     }
+}
+
+/* Zeros with a negative exponent used to be read by way of a shift by 64 bits */
+TEST(JsonTextTest, NumbersKeepKindAndValue) {
+    const struct {
+        const char* text;
+        const char* printed;
+    } cases[]{{"0e-75", "0.0"}, {"-0e-5", "-0.0"}, {"0.0", "0.0"}, {"-0", "0"}, {"1e-400", "0.0"},
+        {"-1e-99999999999999999999", "-0.0"}, {"2e-324", "0.0"}, {"3e-324", "5e-324"},
+        {"1e2", "100.0"}, {"100.0", "100.0"}, {"1E+2", "100.0"}, {"-5", "-5"},
+        {"9223372036854775808", "9223372036854775808"},
+        {"18446744073709551616", "18446744073709551616.0"},
+        {"-9223372036854775809", "-9223372036854775808.0"},
+        {"0.1000000000000000055511151231257827021181583404541015625", "0.1"}};
+    for(const auto& row: cases) {
+        rapidjson::Document out;
+        JsonTextError error;
+        ASSERT_TRUE(parseJson(row.text, out, error)) << row.text << error.message;
+        EXPECT_EQ(RapidJsonUtils::toJson(out), row.printed) << row.text;
+    }
+}
+
+TEST(JsonTextTest, IntegersFitAllKindsTheyCan) {
+    rapidjson::Document out;
+    JsonTextError error;
+    ASSERT_TRUE(parseJson("[1,-1,4294967295,-4294967296]", out, error));
+    EXPECT_TRUE(out[0].IsInt() && out[0].IsUint() && out[0].IsInt64() && out[0].IsUint64());
+    EXPECT_TRUE(out[1].IsInt() && out[1].IsInt64() && !out[1].IsUint() && !out[1].IsUint64());
+    EXPECT_TRUE(!out[2].IsInt() && out[2].IsUint() && out[2].IsInt64() && out[2].IsUint64());
+    EXPECT_TRUE(!out[3].IsInt() && !out[3].IsUint() && out[3].IsInt64() && !out[3].IsUint64());
 }
 
 TEST(JsonTextTest, TenThousandLevelsAreFine) {
