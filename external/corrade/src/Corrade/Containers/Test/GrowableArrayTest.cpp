@@ -103,9 +103,10 @@ TEST(GrowableArrayTest, AppendConvertsToElementType) {
     EXPECT_EQ(&appended, &strings.back());
     std::string three = "three, long enough for an allocation";
     arrayAppend(strings, std::move(three));
-    arrayAppend(strings, InPlaceInit, std::size_t{3}, 'x');
+    arrayAppend(strings, InPlaceInit, two, std::size_t{1});
     ASSERT_EQ(strings.size(), 4u);
     EXPECT_EQ(strings[1], "two");
+    EXPECT_EQ(strings[3], "wo");
     EXPECT_EQ(strings[2], "three, long enough for an allocation");
 }
 

@@ -216,6 +216,7 @@ TEST_F(ManagerTest, DependencyThatCanNotBeLoadedIsUnresolved) {
     EXPECT_EQ(manager.loadState("DependsOnBroken"), LoadState::NotLoaded);
 }
 
+/* No promise of Corrade itself, which may run out of stack here */
 TEST_F(ManagerTest, CircleOfDependenciesIsUnresolved) {
     Manager manager{Broken};
     EXPECT_EQ(manager.load("CircleA"), LoadState::UnresolvedDependency);
@@ -360,16 +361,19 @@ TEST_F(ManagerTest, ReplacedFileIsReadAfterUnload) {
     EXPECT_EQ(dog->count(), 1);
 }
 
-/* Looks for its plugins next to the test */
+/* Looks for its plugins relative to the test's executable */
 struct Found: AbstractAnimal {
     static Containers::Array<Containers::String> pluginSearchPaths() {
-        return Containers::array<Containers::String>({"plugins/nowhere", PLUGINS "/animals"});
+        const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe");
+        const std::string animals =
+            std::filesystem::relative(Animals, executable.parent_path()).string();
+        return Containers::array<Containers::String>({"nowhere", animals});
     }
 };
 
 TEST_F(ManagerTest, FirstSearchPathThatExistsIsTaken) {
     const PluginManager::Manager<Found> manager;
-    EXPECT_TRUE(manager.pluginDirectory() == Animals);
+    EXPECT_TRUE(std::filesystem::equivalent(std::string(manager.pluginDirectory()), Animals));
     EXPECT_EQ(manager.pluginList().size(), 4u);
 }
 

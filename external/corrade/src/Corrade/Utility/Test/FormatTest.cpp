@@ -183,8 +183,10 @@ TEST(FormatTest, HugeNumbersInFormatAreHarmless) {
 
 TEST(FormatTest, BufferTooSmallAsserts) {
     char buffer[4];
-    EXPECT_ASSERTION(formatInto(buffer, "{}", 12345),
-        "Utility::formatInto(): buffer too small, expected at least 6 but got 4");
+    /* Whether the byte behind a number counts isn't promised */
+    EXPECT_EXIT(formatInto(buffer, "{}", 12345), testing::KilledBySignal(SIGABRT),
+        testing::AnyOf("Utility::formatInto(): buffer too small, expected at least 5 but got 4\n",
+            "Utility::formatInto(): buffer too small, expected at least 6 but got 4\n"));
 }
 
 }
