@@ -7,8 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace Corrade {
-namespace Test {
+namespace Corrade { namespace Test {
 
 /** @brief Folder of a test's own that's gone afterwards */
 class TemporaryFolder {
@@ -33,7 +32,6 @@ private:
     std::string _path;
 };
 
-}
-}
+}}
 
 #endif

@@ -18,13 +18,9 @@ int closeHandle(const int handle) {
     return 0;
 }
 
-void increment(int* const value) {
-    ++*value;
-}
+void increment(int* const value) { ++*value; }
 
-void countCall() {
-    ++calls;
-}
+void countCall() { ++calls; }
 
 class ScopeGuardTest: public testing::Test {
 protected:

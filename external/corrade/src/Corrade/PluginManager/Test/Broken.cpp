@@ -15,36 +15,26 @@ extern "C" {
 
 #ifndef NO_VERSION
 CORRADE_PLUGIN_EXPORT int pluginVersion();
-int pluginVersion() {
-    return VERSION;
-}
+int pluginVersion() { return VERSION; }
 #endif
 
 #ifndef NO_INTERFACE
 CORRADE_PLUGIN_EXPORT const char* pluginInterface();
-const char* pluginInterface() {
-    return INTERFACE;
-}
+const char* pluginInterface() { return INTERFACE; }
 #endif
 
 #ifndef NO_INITIALIZER
 CORRADE_PLUGIN_EXPORT void pluginInitializer();
-void pluginInitializer() {
-    std::abort();
-}
+void pluginInitializer() { std::abort(); }
 #endif
 
 #ifndef NO_FINALIZER
 CORRADE_PLUGIN_EXPORT void pluginFinalizer();
-void pluginFinalizer() {
-    std::abort();
-}
+void pluginFinalizer() { std::abort(); }
 #endif
 
 #ifndef NO_INSTANCER
 CORRADE_PLUGIN_EXPORT void* pluginInstancer();
-void* pluginInstancer() {
-    std::abort();
-}
+void* pluginInstancer() { std::abort(); }
 #endif
 }

@@ -17,9 +17,7 @@ int half(const int value) {
     return value / 2;
 }
 
-void expectTrue(const bool value) {
-    CORRADE_ASSERT(value, "expectTrue(): got false", );
-}
+void expectTrue(const bool value) { CORRADE_ASSERT(value, "expectTrue(): got false", ); }
 
 bool count(int& calls, const bool result) {
     ++calls;
@@ -98,17 +96,11 @@ TEST(AssertTest, ExpressionGivesItsValue) {
     EXPECT_EQ(*moved, 5);
 }
 
-TEST(MacrosTest, LineStringIsALiteral) {
-    EXPECT_EQ(lineString(), "line 46");
-}
+TEST(MacrosTest, LineStringIsALiteral) { EXPECT_EQ(lineString(), "line 46"); }
 
 CORRADE_IGNORE_DEPRECATED_PUSH
-[[deprecated]] int old() {
-    return 3;
-}
-TEST(MacrosTest, DeprecationCanBeIgnored) {
-    EXPECT_EQ(old(), 3);
-}
+[[deprecated]] int old() { return 3; }
+TEST(MacrosTest, DeprecationCanBeIgnored) { EXPECT_EQ(old(), 3); }
 CORRADE_IGNORE_DEPRECATED_POP
 
 /* clang-format off */
