@@ -2,7 +2,7 @@
 #include <dlfcn.h>
 #include <sstream>
 #include <string>
-#include <typeinfo>
+#include <type_traits>
 
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/StringStl.h>
