@@ -1,7 +1,188 @@
+#include <algorithm>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include "QuillmereEditor/Tools/logLine.h"
 #include "Ratio.h"
+#include "common/StringArrayView.h"
+#include "plugins/console/Test/ConsolePanel.h"
+#include "plugins/console/shownText.h"
+#include "testing/HeadlessFrame.h"
+#include "testing/HeadlessFrameDrawing.h"
+#include "testing/InputDriver.h"
 
 namespace QuillmereBenchmark {
 
-void addConsoleRows() {}
+using namespace Corrade;
+using namespace QuillmereEngine;
+using namespace QuillmereEngine::Testing;
+
+namespace {
+
+constexpr std::size_t LineSize = 100;
+
+enum class Scroll { ToEnd, ToTop };
+
+/* Levels without a pattern that a processor could learn, three lines of four info */
+const char* level(std::size_t i) {
+    constexpr const char* names[]{
+        "error", "warn", "verbose", "info", "info", "info", "info", "info"};
+    i = (i + 1) * 0x9e3779b97f4a7c15u;
+    return names[i >> 61];
+}
+
+std::string logLine(const std::size_t i) {
+    std::tm time{};
+    time.tm_year = 124;
+    time.tm_mday = 7;
+    std::string line = logSecondPrefix(time) + "045][" + level(i) + "] Loaded asset number ";
+    line += std::to_string(i);
+    line.resize(LineSize, '.');
+    return line;
+}
+
+std::shared_ptr<const StringArray> store(const std::size_t lineCount) {
+    const auto out = std::make_shared<StringArray>();
+    for(std::size_t i = 0; i != lineCount; ++i)
+        out->append(logLine(i).c_str(), -1);
+    return out;
+}
+
+/* What both sides of a row have in common: something that's drawn in the whole of the display, and
+   hands to its input */
+class Side {
+public:
+    virtual ~Side() = default;
+    virtual InputDriver& input() = 0;
+    virtual ImGuiWindow* textWindow() = 0;
+};
+
+class PanelSide: public Side {
+public:
+    explicit PanelSide(const StringArrayView& lines) {
+        _panel.consoleLines() = filter(lines, [](const char*) { return true; });
+        _panel.settle();
+    }
+
+    InputDriver& input() override { return _panel.input; }
+    ImGuiWindow* textWindow() override { return _panel.textWindow(); }
+
+private:
+    ConsolePanel _panel;
+};
+
+class InputTextSide: public Side {
+public:
+    explicit InputTextSide(Containers::Array<char> text):
+        _text{std::move(text)},
+        _input{_frame, [this] { draw(); }} {
+        _input.idle(4);
+    }
+
+    InputDriver& input() override { return _input; }
+    ImGuiWindow* textWindow() override { return findWindow("/text_"); }
+
+private:
+    void draw() {
+        ImGui::SetNextWindowPos(ImVec2{0.0f, 0.0f});
+        ImGui::SetNextWindowSize(_frame.io().DisplaySize);
+        ImGui::Begin("Text");
+        ImGui::InputTextMultiline(
+            "text", _text.data(), _text.size(), ImVec2{-1.0f, -1.0f}, ImGuiInputTextFlags_ReadOnly);
+        ImGui::End();
+    }
+
+    Containers::Array<char> _text;
+    HeadlessFrame _frame;
+    InputDriver _input;
+};
+
+void scroll(Side& side, const Scroll where) {
+    ImGuiWindow* const window = side.textWindow();
+    ImGui::SetScrollY(window, where == Scroll::ToTop ? 0.0f : window->ScrollMax.y);
+    side.input().idle(3);
+}
+
+/* Clicks the first of the boxes, which are the first rectangles in their colour */
+void hideErrors(Side& side) {
+    const std::vector<DrawnQuad> glyphs = drawnQuads("Console");
+    const auto letter = std::find_if(
+        glyphs.begin(), glyphs.end(), [](const DrawnQuad& i) { return i.glyph == 'E'; });
+    side.input().click(letter->min);
+}
+
+void selectAll(Side& side) {
+    side.input().click(ImVec2{600.0f, 400.0f});
+    side.input().type(ImGuiKey_A, ImGuiKeyModFlags_Ctrl);
+    side.input().idle(3);
+}
+
+using MakeSide = std::function<std::unique_ptr<Side>()>;
+
+Body frames(MakeSide makeSide, std::function<void(Side&)> prepare) {
+    return [makeSide = std::move(makeSide), prepare = std::move(prepare)](benchmark::State& state) {
+        const std::unique_ptr<Side> side = makeSide();
+        prepare(*side);
+        for([[maybe_unused]] auto _: state)
+            side->input().idle();
+    };
+}
+
+void addInactive(
+    const std::string& size, const std::shared_ptr<const StringArray>& lines, const double most) {
+    for(const Scroll where: {Scroll::ToEnd, Scroll::ToTop}) {
+        const auto prepare = [where](Side& side) { scroll(side, where); };
+        addRow({"console/inactive/" + size + (where == Scroll::ToEnd ? "/end" : "/top"),
+            "ImGui::InputTextMultiline, inactive, scrolled to the same place", most,
+            frames([lines] { return std::make_unique<PanelSide>(*lines); }, prepare),
+            frames(
+                [lines] { return std::make_unique<InputTextSide>(join(*lines, '\n')); }, prepare)});
+    }
+}
+
+void addActive(const std::string& size, const std::shared_ptr<const StringArray>& lines) {
+    addRow({"console/active/" + size, "ImGui::InputTextMultiline, active, all selected", 0.10,
+        frames([lines] { return std::make_unique<PanelSide>(*lines); }, selectAll),
+        frames(
+            [lines] { return std::make_unique<InputTextSide>(join(*lines, '\n')); }, selectAll)});
+}
+
+void addFiltered(
+    const std::string& size, const std::shared_ptr<const StringArray>& lines, const double most) {
+    for(const Scroll where: {Scroll::ToEnd, Scroll::ToTop}) {
+        addRow({"console/filtered/" + size + (where == Scroll::ToEnd ? "/end" : "/top"),
+            "ImGui::InputTextMultiline of the filtered text, inactive", most,
+            frames([lines] { return std::make_unique<PanelSide>(*lines); },
+                [where](Side& side) {
+                    hideErrors(side);
+                    scroll(side, where);
+                }),
+            frames(
+                [lines] {
+                    return std::make_unique<InputTextSide>(shownText(*lines, {false, true, true}));
+                },
+                [where](Side& side) { scroll(side, where); })});
+    }
+}
+
+}
+
+void addConsoleRows() {
+    for(const bool isLarge: {false, true}) {
+        const std::shared_ptr<const StringArray> lines = store(isLarge ? 1000000 : 100000);
+        const std::string size = isLarge ? "1M" : "100k";
+        addInactive(size, lines, isLarge ? 0.35 : 0.25);
+        addActive(size, lines);
+        addFiltered(size, lines, isLarge ? 0.70 : 0.40);
+    }
+}
 
 }

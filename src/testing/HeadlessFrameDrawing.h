@@ -1,0 +1,62 @@
+#ifndef Quillmere_testing_HeadlessFrameDrawing_h
+#define Quillmere_testing_HeadlessFrameDrawing_h
+
+#include <string>
+#include <vector>
+
+#include <imgui.h>
+
+/** @file
+@brief What the last frame drew, read back from Dear ImGui's draw data
+*/
+
+namespace QuillmereEngine { namespace Testing {
+
+/** @brief An upright rectangle made of two triangles: a glyph or a filled rectangle */
+struct DrawnQuad {
+    ImVec2 min, max;
+    ImU32 color;
+    /** Left, top, right, bottom of what can be seen of it */
+    ImVec4 clip;
+    /** The character, or 0 for a filled rectangle */
+    ImWchar glyph;
+};
+
+/** @brief A row of glyphs of one colour */
+struct DrawnText {
+    /** UTF-8 without spaces, which draw nothing */
+    std::string text;
+    ImU32 color;
+    /** Upper left corner of the first glyph */
+    ImVec2 position;
+};
+
+/**
+@brief All rectangles and glyphs of a frame in the order in which they're drawn
+@param window   Name of the window they belong to, as in `ImDrawList::_OwnerName`, or a part of it.
+    Empty for all windows.
+*/
+std::vector<DrawnQuad> drawnQuads(const std::string& window = {});
+
+/** @brief Filled rectangles of one colour */
+std::vector<DrawnQuad> drawnRectangles(ImU32 color, const std::string& window = {});
+
+/** @brief Glyphs of one colour */
+std::vector<DrawnQuad> drawnGlyphs(ImU32 color, const std::string& window = {});
+
+/**
+@brief Glyphs that follow one another in a line of text, put together
+
+A new text begins where the colour changes or a glyph begins left of the one before.
+*/
+std::vector<DrawnText> drawnTexts(const std::string& window = {});
+
+/** @brief Smallest rectangle around all of them: left, top, right, bottom. Zeros for none. */
+ImVec4 boundingBox(const std::vector<DrawnQuad>& quads);
+
+/** @brief All vertices of a window's list, to be compared with those of another frame */
+std::vector<ImDrawVert> drawnVertices(const std::string& window = {});
+
+}}
+
+#endif
