@@ -112,26 +112,35 @@ bool EditorHost::run() {
         if(_modules->poll(Clock::now()))
             _gate.request();
         if(_backEnd.isHeadless() || _options.frames || _gate.isDue(Clock::now()))
-            drawFrame();
+            drawFrame(Count::Yes);
     }
     if(_options.screenshot.empty())
         return true;
     /* The window may have been closed between two frames, so the last one is drawn here */
     if(!isLastFrame())
-        drawFrame();
+        drawFrame(Count::Yes);
     return writePng(_options.screenshot, _backEnd.capture());
 }
 
 void EditorHost::waitForFeed() {
-    if(_feed->isRegularFile())
-        return _feed->waitUntilFinished();
     /* Whoever says how many frames there are decides when to stop looking at a pipe */
-    if(_options.frames)
-        return;
+    if(!_feed->isRegularFile())
+        return _options.frames ? void() : waitForPipe();
+    while(!_feed->progress().isFinished) {
+        _feed->waitForNeedOrEnd();
+        if(_feed->neededFrames())
+            drawFrame(Count::No);
+    }
+}
+
+void EditorHost::waitForPipe() {
     const Clock::time_point start = Clock::now();
     Clock::time_point lastChange = start;
     for(FeedProgress seen = _feed->progress(); !seen.isFinished;) {
-        std::this_thread::sleep_for(10ms);
+        if(_feed->neededFrames())
+            drawFrame(Count::No);
+        else
+            std::this_thread::sleep_for(10ms);
         const FeedProgress now = _feed->progress();
         const Clock::time_point time = Clock::now();
         if(now.bytes != seen.bytes)
@@ -213,14 +222,19 @@ void EditorHost::updateFonts() {
         BackEnd::updateFontTexture();
 }
 
-void EditorHost::drawFrame() {
+void EditorHost::playInput() {
+    _framesAfterReplay += _replay.isFinished();
+    _replay.apply(static_cast<unsigned long>(_data.frame), ImGui::GetIO(), _replayedEvents);
+}
+
+void EditorHost::drawFrame(const Count count) {
     const Clock::time_point begin = Clock::now();
     if(_backEnd.scale() != _fontScale)
         updateFonts();
     _hasNewLines = false;
     _backEnd.beginFrame();
-    _framesAfterReplay += _replay.isFinished();
-    _replay.apply(static_cast<unsigned long>(_data.frame), ImGui::GetIO(), _replayedEvents);
+    if(count == Count::Yes)
+        playInput();
 
     ImGui::NewFrame();
     drawContent();
@@ -231,7 +245,10 @@ void EditorHost::drawFrame() {
         _backEnd.present();
     closeFailedPanels();
     _layout.saveIfDue();
-    ++_data.frame;
+    if(_feed)
+        _feed->frameDrawn();
+    if(count == Count::Yes)
+        ++_data.frame;
     _gate.drawn(begin, Clock::now(), look(*ImGui::GetDrawData()));
 }
 

@@ -11,7 +11,7 @@ ImVec4 color(const unsigned rgb, const float alpha = 1.0f) {
         float(rgb & 0xff) / 255.0f, alpha};
 }
 
-constexpr unsigned Background = 0x121419;
+constexpr unsigned Sunken = 0x101216;
 constexpr unsigned Surface = 0x1a1d23;
 constexpr unsigned Raised = 0x242830;
 constexpr unsigned Hovered = 0x303640;
@@ -28,10 +28,10 @@ void setTextColors(ImVec4* const colors) {
 }
 
 void setWindowColors(ImVec4* const colors) {
-    colors[ImGuiCol_WindowBg] = color(Background);
-    colors[ImGuiCol_ChildBg] = color(Background, 0.0f);
-    colors[ImGuiCol_PopupBg] = color(Surface);
-    colors[ImGuiCol_MenuBarBg] = color(Surface);
+    colors[ImGuiCol_WindowBg] = color(Surface);
+    colors[ImGuiCol_ChildBg] = color(Surface, 0.0f);
+    colors[ImGuiCol_PopupBg] = color(Raised);
+    colors[ImGuiCol_MenuBarBg] = color(Raised);
     colors[ImGuiCol_Border] = color(Line);
     colors[ImGuiCol_BorderShadow] = color(0, 0.0f);
     colors[ImGuiCol_TitleBg] = color(Surface);
@@ -44,9 +44,10 @@ void setWindowColors(ImVec4* const colors) {
 }
 
 void setWidgetColors(ImVec4* const colors) {
-    colors[ImGuiCol_FrameBg] = color(Raised);
-    colors[ImGuiCol_FrameBgHovered] = color(Hovered);
-    colors[ImGuiCol_FrameBgActive] = color(Hovered);
+    /* Where text is written and read, so the background that has to be dark */
+    colors[ImGuiCol_FrameBg] = color(Sunken);
+    colors[ImGuiCol_FrameBgHovered] = color(Raised);
+    colors[ImGuiCol_FrameBgActive] = color(Raised);
     colors[ImGuiCol_Button] = color(Raised);
     colors[ImGuiCol_ButtonHovered] = color(Hovered);
     colors[ImGuiCol_ButtonActive] = color(Accent, 0.70f);
@@ -65,7 +66,7 @@ void setWidgetColors(ImVec4* const colors) {
 }
 
 void setBarColors(ImVec4* const colors) {
-    colors[ImGuiCol_ScrollbarBg] = color(Background);
+    colors[ImGuiCol_ScrollbarBg] = color(Sunken);
     colors[ImGuiCol_ScrollbarGrab] = color(0x3a404b);
     colors[ImGuiCol_ScrollbarGrabHovered] = color(0x4a525f);
     colors[ImGuiCol_ScrollbarGrabActive] = color(0x5a6473);
@@ -94,7 +95,7 @@ void setShape(ImGuiStyle& style) {
     style.FrameBorderSize = 0.0f;
     style.WindowTitleAlign = {0.0f, 0.5f};
     /* No arrow that collapses a panel in front of its name: it looks like part of a tree */
-    style.WindowMenuButtonPosition = ImGuiDir_Right;
+    style.WindowMenuButtonPosition = ImGuiDir_None;
 }
 
 }

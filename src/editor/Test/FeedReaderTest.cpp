@@ -47,6 +47,13 @@ struct FeedReaderTest: ::testing::Test {
         }
     }
 
+    static void waitUntilFinished(FeedReader& reader) {
+        while(!reader.progress().isFinished) {
+            reader.waitForNeedOrEnd();
+            reader.frameDrawn();
+        }
+    }
+
     std::string refusal(const std::string& path) {
         std::ostringstream out;
         Utility::Error redirectError{&out};
@@ -66,7 +73,7 @@ TEST_F(FeedReaderTest, RegularFileIsReadToItsEnd) {
     ASSERT_TRUE(source);
     EXPECT_TRUE(source->isRegularFile());
     FeedReader reader{std::move(*source), [this] { hasChanged = true; }};
-    reader.waitUntilFinished();
+    waitUntilFinished(reader);
     EXPECT_TRUE(hasChanged);
     EXPECT_THAT(lines, ElementsAre("[warn] warn x", "[error] error", "[info] ", "[info] y"));
 
@@ -92,8 +99,39 @@ TEST_F(FeedReaderTest, PipeIsFollowedUntilItsWriterIsDone) {
     ASSERT_EQ(write(writer, "o\n", 2), 2);
     waitForLines(2);
     close(writer);
-    reader.waitUntilFinished();
+    waitUntilFinished(reader);
     EXPECT_THAT(lines, ElementsAre("[info] one", "[info] two"));
+}
+
+TEST_F(FeedReaderTest, LastOfManyLinesWaitsForAFrameWithTheOthers) {
+    std::optional<FeedSource> source = FeedSource::open(folder.write("a.log", "1\n2\n3\n"));
+    ASSERT_TRUE(source);
+    FeedReader reader{std::move(*source), [] {}};
+    reader.waitForNeedOrEnd();
+    for(int needed = reader.neededFrames(); needed; --needed) {
+        EXPECT_EQ(reader.neededFrames(), needed);
+        EXPECT_FALSE(reader.progress().isFinished);
+        EXPECT_THAT(lines, ElementsAre("[info] 1", "[info] 2"));
+        reader.frameDrawn();
+    }
+    waitUntilFinished(reader);
+    EXPECT_THAT(lines, ElementsAre("[info] 1", "[info] 2", "[info] 3"));
+}
+
+TEST_F(FeedReaderTest, SingleLineWaitsForNothing) {
+    std::optional<FeedSource> source = FeedSource::open(folder.write("a.log", "1\n"));
+    ASSERT_TRUE(source);
+    FeedReader reader{std::move(*source), [] {}};
+    reader.waitForNeedOrEnd();
+    EXPECT_TRUE(reader.progress().isFinished);
+    EXPECT_EQ(reader.neededFrames(), 0);
+}
+
+TEST_F(FeedReaderTest, StopsWhileItWaitsForAFrame) {
+    std::optional<FeedSource> source = FeedSource::open(folder.write("a.log", "1\n2\n"));
+    ASSERT_TRUE(source);
+    FeedReader reader{std::move(*source), [] {}};
+    reader.waitForNeedOrEnd();
 }
 
 TEST_F(FeedReaderTest, StopsWhileItWaitsForAPipe) {

@@ -39,7 +39,7 @@ TEST_F(ModuleLoaderTest, LoadsAModuleAndBindsItsPanel) {
 
 TEST_F(ModuleLoaderTest, OtherFilesAreLeftAlone) {
     folder.write("readme.txt", "no module");
-    folder.write("Fixture.so.new", "no module");
+    folder.write("Other.so.new", "no module");
     std::filesystem::create_directory(folder.file("Folder.so"));
     install("Panel1", "Fixture");
     ModuleLoader loader{folder.path(), host};

@@ -17,7 +17,7 @@ float luminance(const ImVec4& color) {
 }
 
 float contrast(const ImVec4& a, const ImVec4& b) {
-    const auto [dark, light] = std::minmax(luminance(a), luminance(b));
+    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
     return (light + 0.05f) / (dark + 0.05f);
 }
 
@@ -27,8 +27,8 @@ struct StyleTest: ::testing::Test {
     ImGuiStyle style;
 };
 
-TEST_F(StyleTest, PanelsTextColorsAreReadableOnWindows) {
-    const ImVec4 background = style.Colors[ImGuiCol_WindowBg];
+TEST_F(StyleTest, TextColorsOfPanelsAreReadableInFrames) {
+    const ImVec4 background = style.Colors[ImGuiCol_FrameBg];
     EXPECT_GE(contrast({1.0f, 0.0f, 0.0f, 1.0f}, background), 4.5f);
     EXPECT_GE(contrast({1.0f, 0.8f, 0.0f, 1.0f}, background), 7.0f);
     EXPECT_GE(contrast(style.Colors[ImGuiCol_Text], background), 7.0f);
@@ -38,7 +38,7 @@ TEST_F(StyleTest, PanelsTextColorsAreReadableOnWindows) {
 TEST_F(StyleTest, TextIsReadableOnTabsAndTitles) {
     for(const ImGuiCol color: {ImGuiCol_Tab, ImGuiCol_TabActive, ImGuiCol_TabHovered,
             ImGuiCol_TabUnfocused, ImGuiCol_TabUnfocusedActive, ImGuiCol_TitleBg,
-            ImGuiCol_TitleBgActive, ImGuiCol_FrameBg, ImGuiCol_Button, ImGuiCol_MenuBarBg})
+            ImGuiCol_TitleBgActive, ImGuiCol_WindowBg, ImGuiCol_Button, ImGuiCol_MenuBarBg})
         EXPECT_GE(contrast(style.Colors[ImGuiCol_Text], style.Colors[color]), 4.5f)
             << ImGui::GetStyleColorName(color);
 }

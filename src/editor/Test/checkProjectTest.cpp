@@ -21,7 +21,8 @@ struct CheckProjectTest: ::testing::TestWithParam<CheckedProject> {
     std::string messageFor(const std::string& path) {
         std::ostringstream out;
         Utility::Error redirectError{&out};
-        EXPECT_EQ(checkProject(path), out.str().empty());
+        const bool isGood = checkProject(path);
+        EXPECT_EQ(isGood, out.str().empty());
         return out.str();
     }
 
@@ -40,7 +41,7 @@ const CheckedProject CheckedProjects[]{
     {"Empty", "", "1:1: The document is empty."},
     {"FirstLine", "{\"a\" 1}", "1:6: Missing a colon after a name of object member."},
     {"LaterLine", "{\n  \"a\": 1\n  \"b\": 2\n}",
-        "3:3: Missing a comma or } after an object member."},
+        "3:3: Missing a comma or '}' after an object member."},
     {"Rest", "{}\n{}", "2:1: The document root must not be followed by other values."},
     {"BrokenUtf8", "\"\xff\"", "1:2: Invalid encoding in string."},
     {"DeepNesting", std::string(1'000'000, '['), "1:1000001: Invalid value."},
