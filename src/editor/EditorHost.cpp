@@ -33,9 +33,6 @@ constexpr unsigned long long HeadlessSettleFrames = 10;
 constexpr auto FeedQuietTime = 500ms;
 constexpr auto LongestFeedWait = 10s;
 
-/* Often enough for a text cursor, which blinks every 400 ms at the fastest */
-constexpr auto CursorInterval = 200ms;
-
 /* Lines of a server that isn't running */
 class IdleServerSource: public ServerSource {
 public:
@@ -153,15 +150,13 @@ void EditorHost::waitForPipe() {
 
 void EditorHost::waitForEvents() {
     const Clock::time_point now = Clock::now();
-    const bool hasCursor = ImGui::GetIO().WantTextInput;
     const bool isReplaying = _options.frames || !_replay.isFinished();
-    const Clock::duration longest = hasCursor
-        ? std::min<Clock::duration>(CursorInterval, ModuleLoader::PollInterval)
-        : Clock::duration{ModuleLoader::PollInterval};
-    if(_backEnd.wait(isReplaying ? Clock::duration{} : _gate.pause(now, longest)) || isReplaying)
+    _gate.setTextFocus(
+        ImGui::GetIO().WantTextInput ? RedrawGate::TextFocus::Yes : RedrawGate::TextFocus::No);
+    if(_backEnd.wait(
+           isReplaying ? Clock::duration{} : _gate.pause(now, ModuleLoader::PollInterval)) ||
+        isReplaying)
         _gate.request();
-    if(hasCursor && Clock::now() - now >= CursorInterval)
-        _gate.requestForLines();
     if(_hasNewLines)
         _gate.requestForLines();
 }

@@ -1,5 +1,6 @@
 #include "EditorProcess.h"
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <fcntl.h>
@@ -79,12 +80,15 @@ unsigned Picture::at(const int x, const int y) const {
     return unsigned(pixel[0]) << 16 | unsigned(pixel[1]) << 8 | pixel[2];
 }
 
-int Picture::count(const unsigned color, const int top, const int bottom) const {
-    int out = 0;
-    for(int y = top; y < bottom; ++y)
+std::pair<int, int> Picture::rows(bool (*const looksSo)(unsigned)) const {
+    int first = height, end = 0;
+    for(int y = 0; y < height; ++y)
         for(int x = 0; x < width; ++x)
-            out += at(x, y) == color;
-    return out;
+            if(looksSo(at(x, y))) {
+                first = std::min(first, y);
+                end = y + 1;
+            }
+    return first < end ? std::pair{first, end} : std::pair{0, 0};
 }
 
 Picture readPicture(const std::string& path) {

@@ -2,6 +2,7 @@
 #define Quillmere_editor_Test_EditorProcess_h
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace QuillmereEngine {
@@ -31,8 +32,8 @@ struct Picture {
     /** @brief 0xrrggbb */
     unsigned at(int x, int y) const;
 
-    /** @brief Pixels of a colour in some rows */
-    int count(unsigned color, int top, int bottom) const;
+    /** @brief First and one behind the last row with a pixel that looks so, equal if there is none */
+    std::pair<int, int> rows(bool (*looksSo)(unsigned color)) const;
 };
 
 /** @brief Read a PNG file. One that isn't one fails the test and gives no pixels. */

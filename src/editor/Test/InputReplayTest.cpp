@@ -135,6 +135,18 @@ TEST_F(InputReplayTest, HoldsTheMouseInLaterFrames) {
     EXPECT_TRUE(io.MouseDown[1]);
 }
 
+/* Clicks in the window used to be lost */
+TEST_F(InputReplayTest, WithoutEventsTheInputIsTheUsers) {
+    InputReplay replay{{}};
+    io.MousePos = {100.0f, 100.0f};
+    io.MouseDown[0] = true;
+    io.KeyCtrl = true;
+    replay.apply(0, io, panelEvents);
+    EXPECT_EQ(io.MousePos.x, 100.0f);
+    EXPECT_TRUE(io.MouseDown[0]);
+    EXPECT_TRUE(io.KeyCtrl);
+}
+
 TEST_F(InputReplayTest, ReleaseInTheFrameOfThePressWaitsAFrame) {
     InputReplay replay{events("frame 0 down left\nframe 0 up left\nframe 0 wheel 1")};
     replay.apply(0, io, panelEvents);

@@ -53,6 +53,33 @@ TEST_F(RedrawGateTest, NewLinesWaitForTheirInterval) {
     EXPECT_TRUE(gate.isDue(now + RedrawGate::LineInterval));
 }
 
+TEST_F(RedrawGateTest, TextCursorBlinksOn) {
+    settle(7);
+    gate.setTextFocus(RedrawGate::TextFocus::Yes);
+    for(std::size_t look = 0; look != 100; ++look) {
+        EXPECT_FALSE(gate.isDue(now));
+        EXPECT_EQ(gate.pause(now, 250ms), RedrawGate::CursorInterval);
+        now += RedrawGate::CursorInterval;
+        ASSERT_TRUE(gate.isDue(now));
+        gate.drawn(now, now, look / 3 % 2);
+        settle(look / 3 % 2);
+    }
+    gate.setTextFocus(RedrawGate::TextFocus::No);
+    EXPECT_FALSE(gate.isDue(now + 1h));
+}
+
+/* The console takes the focus to be copied from and shows no cursor */
+TEST_F(RedrawGateTest, FocusWithoutACursorComesToRest) {
+    settle(7);
+    gate.setTextFocus(RedrawGate::TextFocus::Yes);
+    int frames = 0;
+    for(; gate.isDue(now += RedrawGate::CursorInterval); ++frames)
+        gate.drawn(now, now, 7);
+    EXPECT_LE(frames, RedrawGate::StillFrames);
+    gate.request();
+    EXPECT_TRUE(gate.isDue(now));
+}
+
 TEST_F(RedrawGateTest, SlowFramesTakeHalfOfTheTimeForLines) {
     settle(7);
     gate.requestForLines();
