@@ -104,19 +104,19 @@ bool EditorHost::run() {
     if(_feed && _backEnd.isHeadless())
         waitForFeed();
 
+    const bool isAlwaysDrawing = _backEnd.isHeadless() || _options.frames;
     while(!isFinished()) {
         waitForEvents();
+        _isClosed = hasUserClosed();
         if(_modules->poll(Clock::now()))
             _gate.request();
-        if(_backEnd.isHeadless() || _options.frames || _gate.isDue(Clock::now()))
+        /* For a screenshot there has to be one more picture that isn't shown yet */
+        const bool isLastPictureNeeded = _isClosed && !_options.screenshot.empty();
+        if(isAlwaysDrawing || isLastPictureNeeded || _gate.isDue(Clock::now()))
             drawFrame(Count::Yes);
     }
-    if(_options.screenshot.empty())
-        return true;
-    /* The window may have been closed between two frames, so the last one is drawn here */
-    if(!isLastFrame())
-        drawFrame(Count::Yes);
-    return writePng(_options.screenshot, _backEnd.capture());
+    _layout.saveIfChanged();
+    return _options.screenshot.empty() || writePng(_options.screenshot, _backEnd.capture());
 }
 
 void EditorHost::waitForFeed() {
@@ -161,13 +161,13 @@ void EditorHost::waitForEvents() {
         _gate.requestForLines();
 }
 
-bool EditorHost::isLastFrame() const {
+bool EditorHost::isFinished() const {
+    if(_isClosed)
+        return true;
     if(_options.frames)
         return _data.frame >= *_options.frames;
     return _backEnd.isHeadless() && _framesAfterReplay >= HeadlessSettleFrames;
 }
-
-bool EditorHost::isFinished() { return isLastFrame() || hasUserClosed(); }
 
 bool EditorHost::hasUserClosed() {
     if(!_backEnd.isCloseRequested())
@@ -179,8 +179,6 @@ bool EditorHost::hasUserClosed() {
     closeFailedPanels();
     if(event.accepted)
         _backEnd.cancelClose();
-    else
-        _layout.saveIfChanged();
     return !event.accepted;
 }
 
@@ -235,15 +233,15 @@ void EditorHost::drawFrame(const Count count) {
     drawContent();
     ImGui::Render();
     _backEnd.render();
-    /* A picture that is shown can't be read back any more */
-    if(_options.screenshot.empty() || !_backEnd.isHeadless())
-        _backEnd.present();
     closeFailedPanels();
     _layout.saveIfDue();
     if(_feed)
         _feed->frameDrawn();
     if(count == Count::Yes)
         ++_data.frame;
+    /* A picture that was shown can't be read back any more */
+    if(_options.screenshot.empty() || !isFinished())
+        _backEnd.present();
     _gate.drawn(begin, Clock::now(), look(*ImGui::GetDrawData()));
 }
 

@@ -70,8 +70,7 @@ private:
     void waitForFeed();
     void waitForPipe();
     void waitForEvents();
-    bool isFinished();
-    bool isLastFrame() const;
+    bool isFinished() const;
     bool hasUserClosed();
     void playInput();
     void drawFrame(Count count);
@@ -94,6 +93,7 @@ private:
     std::atomic<bool> _hasNewLines{false};
     float _fontScale = 0.0f;
     unsigned long long _framesAfterReplay = 0;
+    bool _isClosed = false;
 };
 
 }

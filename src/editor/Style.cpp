@@ -15,6 +15,7 @@ constexpr unsigned Sunken = 0x101216;
 constexpr unsigned Surface = 0x1a1d23;
 constexpr unsigned Raised = 0x242830;
 constexpr unsigned Hovered = 0x303640;
+constexpr unsigned Selected = 0x1c3452;
 constexpr unsigned Line = 0x2c313a;
 constexpr unsigned Text = 0xd7dae0;
 constexpr unsigned DimText = 0x8b93a1;
@@ -23,7 +24,7 @@ constexpr unsigned Accent = 0x4d8fd6;
 void setTextColors(ImVec4* const colors) {
     colors[ImGuiCol_Text] = color(Text);
     colors[ImGuiCol_TextDisabled] = color(DimText);
-    colors[ImGuiCol_TextSelectedBg] = color(Accent, 0.40f);
+    colors[ImGuiCol_TextSelectedBg] = color(Selected);
     colors[ImGuiCol_CheckMark] = color(0xffffff);
 }
 

@@ -35,6 +35,14 @@ TEST_F(StyleTest, TextColorsOfPanelsAreReadableInFrames) {
     EXPECT_GE(contrast(style.Colors[ImGuiCol_TextDisabled], background), 4.5f);
 }
 
+/* 4.5 can't be had: that dark a selection wouldn't be seen. 3 is what is asked of large text. */
+TEST_F(StyleTest, SelectedErrorsCanBeRead) {
+    const ImVec4 background = style.Colors[ImGuiCol_TextSelectedBg];
+    EXPECT_EQ(background.w, 1.0f);
+    EXPECT_GE(contrast({1.0f, 0.0f, 0.0f, 1.0f}, background), 3.0f);
+    EXPECT_GE(contrast(background, style.Colors[ImGuiCol_FrameBg]), 1.4f);
+}
+
 TEST_F(StyleTest, TextIsReadableOnTabsAndTitles) {
     for(const ImGuiCol color: {ImGuiCol_Tab, ImGuiCol_TabActive, ImGuiCol_TabHovered,
             ImGuiCol_TabUnfocused, ImGuiCol_TabUnfocusedActive, ImGuiCol_TitleBg,
