@@ -134,7 +134,7 @@ StringArray filter(const StringArrayView& lines, bool (*const keep)(const char*)
     const Containers::ArrayView<const std::size_t> offsets = lines.offsets();
     Containers::Array<char> storage = reserveArray<char>(
         lines.data().size() + StringArray::Padding, from);
-    Containers::Array<std::size_t> kept = reserveArray<std::size_t>(offsets.size(), nullptr);
+    Containers::Array<std::size_t> kept = reserveArray<std::size_t>(offsets.size());
 
     /* In locals, as the compiler can't know what a predicate changes */
     const std::size_t lineCount = lines.size();

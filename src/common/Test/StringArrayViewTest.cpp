@@ -292,23 +292,23 @@ TEST(StringArrayJoinTest, MemoryIsHandedOutAgain) {
 }
 
 TEST(BlockReserveTest, HandsOutBlocksThatDoNotOverlap) {
-    const Containers::Array<char> a = reserveArray<char>(100000, nullptr);
-    const Containers::Array<char> b = reserveArray<char>(100000, nullptr);
+    const Containers::Array<char> a = reserveArray<char>(100000);
+    const Containers::Array<char> b = reserveArray<char>(100000);
     EXPECT_TRUE(a.end() <= b.begin() || b.end() <= a.begin());
 }
 
 TEST(BlockReserveTest, DoesNotWasteALargeBlockOnASmallRequest) {
-    const char* const large = reserveArray<char>(10000000, nullptr).data();
-    EXPECT_NE(reserveArray<char>(100000, nullptr).data(), large);
-    EXPECT_EQ(reserveArray<char>(9000000, nullptr).data(), large);
+    const char* const large = reserveArray<char>(10000000).data();
+    EXPECT_NE(reserveArray<char>(100000).data(), large);
+    EXPECT_EQ(reserveArray<char>(9000000).data(), large);
 }
 
 TEST(BlockReserveTest, FreesWhatNobodyAskedForInAWhile) {
-    { const Containers::Array<char> large = reserveArray<char>(10000000, nullptr); }
+    { const Containers::Array<char> large = reserveArray<char>(10000000); }
     const std::size_t before = reservedBlockCount();
     ASSERT_GE(before, 1);
     for(int i = 0; i != 100; ++i)
-        const Containers::Array<char> small = reserveArray<char>(10, nullptr);
+        const Containers::Array<char> small = reserveArray<char>(10);
     EXPECT_EQ(reservedBlockCount(), 1);
 }
 
@@ -323,7 +323,7 @@ TEST(BlockReserveTest, DataBeginsWhereItsSourceDoesInThePage) {
 TEST(BlockReserveTest, KeepsABoundedNumberOfBlocks) {
     std::vector<Containers::Array<char>> blocks;
     for(int i = 0; i != 50; ++i)
-        blocks.push_back(reserveArray<char>(1000, nullptr));
+        blocks.push_back(reserveArray<char>(1000));
     blocks.clear();
     EXPECT_LE(reservedBlockCount(), 8);
 }
@@ -336,7 +336,7 @@ TEST(BlockReserveTest, ServesManyThreads) {
             for(std::size_t i = 0; i != 2000; ++i) {
                 const Containers::Array<std::size_t> a = reserveArray<std::size_t>(
                     1 + i % 77, nullptr);
-                Containers::Array<char> b = reserveArray<char>(1 + i % 1000, nullptr);
+                Containers::Array<char> b = reserveArray<char>(1 + i % 1000);
                 std::memset(b.data(), id, b.size());
                 for(const char c: b)
                     if(c != id)
