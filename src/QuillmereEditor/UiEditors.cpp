@@ -35,6 +35,10 @@ int toggled(const int mask, const int bit) {
     return int(std::uint32_t(mask) ^ (std::uint32_t{1} << bit));
 }
 
+/* An empty label has the ID of what it's in, and Dear ImGui ends the process where that is a window.
+   Keys and strings of a project may be empty, so they get another one that shows nothing. */
+const char* labelFrom(const char* const text) { return *text ? text : "##"; }
+
 bool editBoolean(Ui& ui, const char* const label, const char* const shownLabel) {
     const UiProperty property{ui, label};
     bool checked = property.value().IsTrue();
@@ -148,7 +152,7 @@ bool isListOfStrings(const rapidjson::Value& value) {
 
 }
 
-bool Ui::checkbox(const char* const label) { return editBoolean(*this, label, label); }
+bool Ui::checkbox(const char* const label) { return editBoolean(*this, label, labelFrom(label)); }
 
 bool Ui::checkboxUnlabled(const char* const label) {
     return editBoolean(*this, label, Utility::formatString("##{}", label).c_str());
@@ -235,7 +239,7 @@ bool Ui::stringList(const char* const label, int& selected) {
         warnOfShape(property.path(), "an array of strings", list);
 
     ImGui::BeginChild(
-        label, ImVec2{ImGui::GetWindowContentRegionWidth(), StringListHeight}, false, 0);
+        labelFrom(label), ImVec2{ImGui::GetWindowContentRegionWidth(), StringListHeight}, false, 0);
     const Containers::ScopeGuard endChild{ImGui::EndChild};
     ImGui::PushID(label);
     const Containers::ScopeGuard popId{ImGui::PopID};
@@ -243,7 +247,7 @@ bool Ui::stringList(const char* const label, int& selected) {
     const int count = list.IsArray() ? int(list.Size()) : 0;
     for(int i = 0; i != count; ++i) {
         const char* const string = elementString(list[rapidjson::SizeType(i)]);
-        if(ImGui::Selectable(string, i == selected, 0, ImVec2{0.0f, 0.0f})) {
+        if(ImGui::Selectable(labelFrom(string), i == selected, 0, ImVec2{0.0f, 0.0f})) {
             selected = i;
             changed = true;
         }

@@ -65,6 +65,17 @@ TEST_F(ValueAccessTest, KeyBehindTheEndEndsTheProcess) {
         "^ValueAccess::key\\(\\): expected an index below 3 but got 3\n$");
 }
 
+TEST_F(ValueAccessTest, MembersHaveTheIndicesOfTheirKeys) {
+    const ValueAccess root{document};
+    ASSERT_EQ(root.size(), 3u);
+    EXPECT_STREQ(root.at(0)["name"].asString(), root["z"]["name"].asString());
+    /* Also of the second of two with the same key, which can't be found by it */
+    for(std::size_t i = 0; i != root.size(); ++i)
+        EXPECT_TRUE(root.at(i).exists()) << root.key(i);
+    EXPECT_EXIT(root.at(3), testing::KilledBySignal(SIGABRT),
+        "^ValueAccess::at\\(\\): expected an index below 3 but got 3\n$");
+}
+
 TEST(ResourceManagerTest, ObjectsHaveTheirTypeName) {
     const ObjectResourceManager manager;
     const AbstractResourceManager& base = manager;
