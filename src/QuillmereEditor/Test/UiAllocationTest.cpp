@@ -21,7 +21,7 @@ std::atomic<int> allocationCount{0};
 
 }
 
-#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if defined(__GLIBC__) && !QUILLMERE_IS_SANITIZED
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -55,7 +55,7 @@ struct UiAllocationTest: ::testing::Test {
         rapidjson::MemoryPoolAllocator<>& pool = project.allocator();
         rapidjson::Value objects{rapidjson::kObjectType};
         for(int i = 0; i != 1000; ++i) {
-            const std::string key = id(i);
+            const std::string objectKey = id(i);
             rapidjson::Value object;
             object.SetObject();
             object.AddMember("number", rapidjson::Value{i}, pool);
@@ -64,7 +64,8 @@ struct UiAllocationTest: ::testing::Test {
                 vector.PushBack(rapidjson::Value{0.5 * j}, pool);
             object.AddMember("vector", vector, pool);
             objects.AddMember(
-                rapidjson::Value{key.data(), rapidjson::SizeType(key.size()), pool}, object, pool);
+                rapidjson::Value{objectKey.data(), rapidjson::SizeType(objectKey.size()), pool},
+                object, pool);
         }
         project.document->AddMember("objects", objects, pool);
     }
