@@ -27,8 +27,11 @@ struct ViewState {
    module is closed */
 void forward(const char* const line, void* const userData) {
     auto& application = *static_cast<QuillmereEditorApplication*>(userData);
-    const std::lock_guard<std::mutex> lock{application.logMutex};
-    application.consoleLines.append(line, -1);
+    {
+        const std::lock_guard<std::mutex> lock{application.logMutex};
+        application.consoleLines.append(line, -1);
+    }
+    application.consoleLinesChanged();
 }
 
 }

@@ -9,4 +9,6 @@ QuillmereEditorApplication::QuillmereEditorApplication() = default;
 /* Here and not in the header, as destroying the Ui needs its definition */
 QuillmereEditorApplication::~QuillmereEditorApplication() = default;
 
+void QuillmereEditorApplication::consoleLinesChanged() {}
+
 }

@@ -31,6 +31,13 @@ public:
     /** Every line that went through `log()`, guarded by @ref logMutex */
     StringArray consoleLines;
 
+    /**
+    @brief Told after lines were appended to @ref consoleLines, so that they get drawn
+
+    Called on the thread that logged, @ref logMutex isn't held. Does nothing by default.
+    */
+    virtual void consoleLinesChanged();
+
     Corrade::Containers::Pointer<Editor> editor;
 
     Corrade::Containers::Pointer<Ui> ui;

@@ -1,0 +1,101 @@
+#ifndef Quillmere_editor_EditorHost_h
+#define Quillmere_editor_EditorHost_h
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "editor/FeedReader.h"
+#include "editor/InputReplay.h"
+#include "editor/LayoutKeeper.h"
+#include "editor/ModuleLoader.h"
+#include "editor/RedrawGate.h"
+#include "host/EditorData.h"
+#include "host/QuillmereEditorApplication.h"
+
+namespace QuillmereEngine {
+
+class BackEnd;
+
+/** @brief What the host is to do */
+struct HostOptions {
+    std::string modules;
+    std::string project;
+    std::string screenshot;
+    std::optional<unsigned long> frames;
+    std::vector<ReplayEvent> replay;
+    /** Empty to keep no layout of the user's own */
+    std::string layoutFile;
+};
+
+/**
+@brief The reference host: draws the panels of a folder's modules frame by frame
+
+Expects a current Dear ImGui context that outlives it. UI thread.
+*/
+class EditorHost: public QuillmereEditorApplication {
+public:
+    /** @brief Builds the fonts and loads the modules */
+    explicit EditorHost(BackEnd& backEnd, HostOptions options);
+
+    ~EditorHost() override;
+
+    /** @brief Start to log the lines of a file */
+    void startFeed(FeedSource source);
+
+    /**
+    @brief Draw frames until the user closes the window or as many as asked for are drawn
+    @return Whether the screenshot, if one was asked for, was written
+    */
+    bool run();
+
+    /** @brief Wakes the UI thread. Any thread. */
+    void consoleLinesChanged() override;
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    /* Whether replayed input and the number of frames to draw go on with a frame */
+    enum class Count { No, Yes };
+
+    struct Failure {
+        const EditorView* panel;
+        std::string problem;
+    };
+
+    void updateFonts();
+    void waitForFeed();
+    void waitForPipe();
+    void waitForEvents();
+    bool isFinished() const;
+    bool hasUserClosed();
+    void playInput();
+    void drawFrame(Count count);
+    void drawContent();
+    void drawEmptyArea(WorkArea area) const;
+    void deliverEvents();
+    void closeFailedPanels();
+    template<class F> void guarded(EditorView& panel, F call);
+
+    BackEnd& _backEnd;
+    HostOptions _options;
+    EditorData _data;
+    InputReplay _replay;
+    LayoutKeeper _layout;
+    RedrawGate _gate;
+    PanelEvents _replayedEvents;
+    std::vector<Failure> _failures;
+    std::unique_ptr<ModuleLoader> _modules;
+    std::unique_ptr<FeedReader> _feed;
+    std::atomic<bool> _hasNewLines{false};
+    float _fontScale = 0.0f;
+    unsigned long long _framesAfterReplay = 0;
+    bool _isClosed = false;
+};
+
+}
+
+#endif

@@ -1,0 +1,139 @@
+#include "editor/runEditor.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include <Corrade/Containers/ScopeGuard.h>
+#include <Corrade/Utility/Debug.h>
+#include <Corrade/Utility/DebugStl.h>
+#include <imgui.h>
+
+#include "QuillmereEditor/Tools/Log.h"
+#include "editor/BackEnd.h"
+#include "editor/CommandLine.h"
+#include "editor/EditorHost.h"
+#include "editor/Style.h"
+#include "editor/checkProject.h"
+#include "editor/files.h"
+
+using namespace Corrade;
+
+namespace QuillmereEngine {
+
+namespace {
+
+using Utility::Error;
+
+constexpr int ExitSuccess = 0;
+constexpr int ExitNoRendering = 1;
+constexpr int ExitBadInput = 2;
+
+bool checkSupported(const CommandLine& line) {
+    if(line.serve)
+        Error{} << "quillmere-editor: --serve can't be used, this build has no HTTP server";
+    else if(!line.script.empty())
+        Error{} << "quillmere-editor: --script can't be used, this build has no JavaScript engine";
+    return !line.serve && line.script.empty();
+}
+
+bool readReplay(const CommandLine& line, HostOptions& options) {
+    if(line.input.empty())
+        return true;
+    std::string problem;
+    const std::optional<std::string> text = readWholeFile(line.input, problem);
+    if(!text) {
+        Error{} << "quillmere-editor: can't read input" << line.input << Error::nospace << ":"
+                << problem;
+        return false;
+    }
+    std::optional<std::vector<ReplayEvent>> events = parseReplay(*text, line.input);
+    if(events)
+        options.replay = std::move(*events);
+    return bool(events);
+}
+
+bool findModules(const CommandLine& line, HostOptions& options) {
+    options.modules = line.modules.empty() ? defaultModuleFolder() : line.modules;
+    std::error_code error;
+    if(std::filesystem::is_directory(options.modules, error))
+        return true;
+    Error{} << "quillmere-editor: module folder" << options.modules
+            << (std::filesystem::exists(options.modules, error) ? "is not a folder"
+                                                                : "does not exist");
+    return false;
+}
+
+/* All that may be wrong is looked at before anything opens */
+std::optional<HostOptions> checkInput(const CommandLine& line) {
+    HostOptions options;
+    options.project = line.project;
+    options.screenshot = line.screenshot;
+    options.frames = line.frames;
+    if(!checkSupported(line) || (!line.project.empty() && !checkProject(line.project)) ||
+        !readReplay(line, options) || !findModules(line, options))
+        return {};
+    return options;
+}
+
+std::unique_ptr<BackEnd> createBackEnd(const CommandLine& line) {
+    std::string problem;
+    if(!line.headless) {
+        if(auto window = createWindowBackEnd(line.width, line.height, problem))
+            return window;
+        Error{} << "quillmere-editor: no window, going on headless:" << problem;
+    }
+    auto out = createHeadlessBackEnd(line.width, line.height, problem);
+    if(!out)
+        Error{} << "quillmere-editor: can't render headless:" << problem;
+    return out;
+}
+
+int runHost(const CommandLine& line, HostOptions options, std::optional<FeedSource> feed) {
+    ImGui::CreateContext();
+    const Containers::ScopeGuard destroyContext{[] { ImGui::DestroyContext(); }};
+    /* The layout has a keeper of its own */
+    ImGui::GetIO().IniFilename = nullptr;
+    setEditorStyle(ImGui::GetStyle());
+    const std::unique_ptr<BackEnd> backEnd = createBackEnd(line);
+    if(!backEnd)
+        return ExitNoRendering;
+
+    if(!backEnd->isHeadless() && !userDataFolder().empty())
+        options.layoutFile = userDataFolder() + "/layout.ini";
+    if(!line.logDir.empty())
+        setLogDir(line.logDir.c_str());
+    EditorHost host{*backEnd, std::move(options)};
+    if(feed)
+        host.startFeed(std::move(*feed));
+    return host.run() ? ExitSuccess : ExitBadInput;
+}
+
+}
+
+int runEditor(const Containers::ArrayView<const char* const> arguments) {
+    const std::optional<CommandLine> line = parseCommandLine(arguments);
+    if(!line)
+        return ExitBadInput;
+    if(line->action == CommandLine::Action::ShowHelp) {
+        std::fputs(commandLineHelp(), stdout);
+        return ExitSuccess;
+    }
+    if(line->action == CommandLine::Action::ShowVersion) {
+        std::puts("quillmere-editor " QUILLMERE_VERSION);
+        return ExitSuccess;
+    }
+
+    std::optional<HostOptions> options = checkInput(*line);
+    if(!options)
+        return ExitBadInput;
+    std::optional<FeedSource> feed = line->feed.empty() ? std::nullopt
+                                                        : FeedSource::open(line->feed);
+    if(!feed && !line->feed.empty())
+        return ExitBadInput;
+    return runHost(*line, std::move(*options), std::move(feed));
+}
+
+}
