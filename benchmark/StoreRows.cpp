@@ -32,7 +32,7 @@ std::shared_ptr<const StringArray> store(const std::size_t lineCount) {
     return out;
 }
 
-bool isNotError(const char* const line) { return std::strncmp(line + 25, "[error]", 7) != 0; }
+bool isNotError(const char* const line) { return std::memcmp(line + 25, "[error]", 7) != 0; }
 
 /* Copies as many bytes as the other side produces, from the same place, into memory that's there */
 Body copyBytes(const std::shared_ptr<const StringArray>& lines, const std::size_t size) {

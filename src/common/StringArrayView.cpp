@@ -27,7 +27,7 @@ Containers::Array<std::size_t> emptyOffsets() noexcept {
 Containers::Array<std::size_t> copyOf(const Containers::ArrayView<const std::size_t> offsets) {
     if(offsets.size() == 1)
         return emptyOffsets();
-    Containers::Array<std::size_t> out = reserveArray<std::size_t>(offsets.size());
+    Containers::Array<std::size_t> out = reserveArray<std::size_t>(offsets.size(), offsets.data());
     std::memcpy(out.data(), offsets.data(), offsets.size() * sizeof(std::size_t));
     return out;
 }
@@ -133,17 +133,22 @@ StringArray filter(const StringArrayView& lines, bool (*const keep)(const char*)
     const char* const from = lines.data().data();
     const Containers::ArrayView<const std::size_t> offsets = lines.offsets();
     Containers::Array<char> storage = reserveArray<char>(
-        lines.data().size() + StringArray::Padding);
+        lines.data().size() + StringArray::Padding, from);
     Containers::Array<std::size_t> kept = reserveArray<std::size_t>(offsets.size());
 
+    /* In locals, as the compiler can't know what a predicate changes */
+    const std::size_t lineCount = lines.size();
+    char* const to = storage.data();
+    std::size_t* const keptOffsets = kept.data();
     std::size_t count = 0;
-    std::size_t end = kept[0] = 0;
-    for(std::size_t i = 0; i != lines.size(); ++i) {
+    std::size_t end = keptOffsets[0] = 0;
+    for(std::size_t i = 0; i != lineCount; ++i) {
+        const char* const line = from + offsets[i];
         const std::size_t size = lines.sizeOf(i);
-        if(!keep(from + offsets[i]))
+        if(!keep(line))
             continue;
-        std::memcpy(storage.data() + end, from + offsets[i], size);
-        kept[++count] = end += size;
+        std::memcpy(to + end, line, size);
+        keptOffsets[++count] = end += size;
     }
     if(!count)
         return out;
@@ -163,10 +168,10 @@ Containers::Array<char> join(const StringArrayView& lines, const char separator)
 
     /* Packed strings are joined already but for what stands between them, so a piece of the
        buffer is copied at a time and, while it's still in the cache, mended */
-    constexpr std::size_t PieceSize = 16 * 1024;
+    constexpr std::size_t PieceSize = 4 * 1024;
     const char* const from = lines.data().data();
     const Containers::ArrayView<const std::size_t> offsets = lines.offsets();
-    Containers::Array<char> out = reserveArray<char>(offsets.back());
+    Containers::Array<char> out = reserveArray<char>(offsets.back(), from);
     std::size_t i = 1;
     for(std::size_t begin = 0; begin != out.size();) {
         const std::size_t end = std::min(begin + PieceSize, out.size());

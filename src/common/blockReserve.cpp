@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
+#include <iterator>
 #include <mutex>
 #include <new>
 
@@ -11,11 +13,32 @@ namespace QuillmereEngine {
 
 namespace {
 
-/* Lies in front of each block's data, which keeps the alignment of operator new */
-struct alignas(std::max_align_t) Block {
+constexpr std::size_t PageSize = 4096;
+
+/* The beginning of each block. Somewhere behind it, in the next page at the latest, the data
+   begins, with the block's address right in front. */
+struct Block {
+    /* In bytes, wherever the data begins */
     std::size_t capacity;
     std::uint64_t returned;
 };
+
+constexpr std::size_t Overhead = sizeof(Block) + sizeof(Block*) + PageSize;
+
+char* placeData(Block* const block, const void* const source) {
+    char* const first = reinterpret_cast<char*>(block + 1) + sizeof(Block*);
+    const std::size_t wanted = reinterpret_cast<std::uintptr_t>(source) & ~std::uintptr_t{7};
+    const std::size_t shift = (wanted - reinterpret_cast<std::uintptr_t>(first)) % PageSize;
+    char* const data = first + shift;
+    std::memcpy(data - sizeof(Block*), &block, sizeof(Block*));
+    return data;
+}
+
+Block* blockOf(const void* const data) {
+    Block* block;
+    std::memcpy(&block, static_cast<const char*>(data) - sizeof(Block*), sizeof(Block*));
+    return block;
+}
 
 class Reserve {
 public:
@@ -70,7 +93,7 @@ Block* Reserve::take(const std::size_t size) {
 
     /* An eighth of room, as the text of a growing log is a little longer each time */
     const std::size_t capacity = size + size / 8;
-    auto* const block = static_cast<Block*>(::operator new(sizeof(Block) + capacity));
+    auto* const block = static_cast<Block*>(::operator new(Overhead + capacity));
     block->capacity = capacity;
     return block;
 }
@@ -103,18 +126,19 @@ Reserve& reserve() {
 
 template<class T> void giveBack(T* const data, std::size_t) {
     if(data)
-        reserve().give(reinterpret_cast<Block*>(data) - 1);
+        reserve().give(blockOf(data));
 }
 
 }
 
-template<class T> Containers::Array<T> reserveArray(const std::size_t size) {
-    Block* const block = reserve().take(size * sizeof(T));
-    return Containers::Array<T>{reinterpret_cast<T*>(block + 1), size, giveBack<T>};
+template<class T>
+Containers::Array<T> reserveArray(const std::size_t size, const void* const source) {
+    char* const data = placeData(reserve().take(size * sizeof(T)), source);
+    return Containers::Array<T>{reinterpret_cast<T*>(data), size, giveBack<T>};
 }
 
-template Containers::Array<char> reserveArray<char>(std::size_t);
-template Containers::Array<std::size_t> reserveArray<std::size_t>(std::size_t);
+template Containers::Array<char> reserveArray<char>(std::size_t, const void*);
+template Containers::Array<std::size_t> reserveArray<std::size_t>(std::size_t, const void*);
 
 std::size_t reservedBlockCount() { return reserve().count(); }
 

@@ -71,15 +71,15 @@ std::string formatLine(const LogLevel level, const char* const message) {
     return line;
 }
 
-enum class Flush { No, Yes };
-
-/* One lock around both, so that a line which doesn't fit into the stream's buffer stays in one
-   piece, too */
-void write(std::FILE* const stream, const std::string& line, const Flush flush) {
+/* Each stream gets the line in one piece, also one that doesn't fit into its buffer, as its lock is
+   held meanwhile. The file is written inside of the stream's lock, so that threads that log at the
+   same time wait for each other once and not twice. */
+void write(const std::string& line, std::FILE* const stream) {
     flockfile(stream);
     fwrite_unlocked(line.data(), 1, line.size(), stream);
-    if(flush == Flush::Yes)
-        fflush_unlocked(stream);
+    fflush_unlocked(stream);
+    if(std::FILE* const file = logFile)
+        std::fwrite(line.data(), 1, line.size(), file);
     funlockfile(stream);
 }
 
@@ -169,10 +169,7 @@ void log(LogLevel level, const char* const message) {
         level = LogLevel::Error;
 
     std::string line = formatLine(level, message ? message : "");
-    write(level <= LogLevel::Info ? stdout : stderr, line, Flush::Yes);
-    if(std::FILE* const file = logFile)
-        write(file, line, Flush::No);
-
+    write(line, level <= LogLevel::Info ? stdout : stderr);
     if(const auto [callback, userData] = getLogCallback(); callback) {
         line.pop_back();
         callback(line.c_str(), userData);
