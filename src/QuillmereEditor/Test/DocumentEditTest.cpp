@@ -1,6 +1,10 @@
 #include "QuillmereEditor/documentEdit.h"
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include "QuillmereEditor/Test/changeFixture.h"
+#include "testing/sanitizer.h"
 
 namespace QuillmereEngine { namespace Test {
 
@@ -219,6 +223,22 @@ TEST_F(DocumentEditTest, UnusablePathsAreRefused) {
     EXPECT_STREQ(manager.lastChange().path.data(), "/s");
     EXPECT_TRUE(calls.empty());
 }
+
+#ifndef QUILLMERE_TEST_SANITIZED
+/* Padding used to write to where RapidJSON's pool had no memory. Not with a sanitizer, which needs
+   more address space than there is here for itself. */
+TEST_F(DocumentEditTest, PaddingWithoutMemoryIsRefused) {
+    EXPECT_EXIT(
+        {
+            const rlimit limit{rlim_t{1} << 30, RLIM_INFINITY};
+            setrlimit(RLIMIT_AS, &limit);
+            push("/list/2147483647", "1");
+            _exit(manager.changeCount() == 0 && document() == "{}" ? 0 : 1);
+        },
+        testing::ExitedWithCode(0),
+        "^ChangeManager::pushChange\\(\\): /list/2147483647 needs more memory than there is\n$");
+}
+#endif
 
 /* A pruned object with such a member can't be told from an array any more. Undo stops there instead
    of going on without it. */
