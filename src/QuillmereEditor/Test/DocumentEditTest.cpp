@@ -228,14 +228,13 @@ TEST_F(DocumentEditTest, UnusablePathsAreRefused) {
 /* Padding used to write to where RapidJSON's pool had no memory. Not with a sanitizer, which needs
    more address space than there is here for itself. */
 TEST_F(DocumentEditTest, PaddingWithoutMemoryIsRefused) {
-    EXPECT_EXIT(
-        {
-            const rlimit limit{rlim_t{1} << 30, RLIM_INFINITY};
-            setrlimit(RLIMIT_AS, &limit);
-            push("/list/2147483647", "1");
-            _exit(manager.changeCount() == 0 && document() == "{}" ? 0 : 1);
-        },
-        testing::ExitedWithCode(0),
+    const auto pushInAGigabyte = [this] {
+        rlimit limit{rlim_t{1} << 30, RLIM_INFINITY};
+        setrlimit(RLIMIT_AS, &limit);
+        push("/list/2147483647", "1");
+        _exit(manager.changeCount() == 0 && document() == "{}" ? 0 : 1);
+    };
+    EXPECT_EXIT(pushInAGigabyte(), testing::ExitedWithCode(0),
         "^ChangeManager::pushChange\\(\\): /list/2147483647 needs more memory than there is\n$");
 }
 #endif
