@@ -11,6 +11,7 @@ set(_quillmereModuleExports ${CMAKE_CURRENT_LIST_DIR}/module-exports.map)
 
 function(quillmere_add_module name)
   add_library(${name} MODULE ${ARGN})
+  set_property(GLOBAL APPEND PROPERTY QUILLMERE_MODULES ${name})
   quillmere_target(${name})
   target_link_libraries(${name} PRIVATE QuillmereEditor)
   target_compile_definitions(${name} PRIVATE CORRADE_DYNAMIC_PLUGIN)

@@ -20,8 +20,8 @@ For large arrays that are made and freed in every frame: a block that comes back
 again, so that its pages need not be faulted in anew. A block that nobody asked for during the last
 64 requests is freed. Any thread.
 */
-template<class T> Corrade::Containers::Array<T> reserveArray(
-    std::size_t size, const void* source = nullptr);
+template<class T>
+Corrade::Containers::Array<T> reserveArray(std::size_t size, const void* source = nullptr);
 
 extern template Corrade::Containers::Array<char> reserveArray<char>(std::size_t, const void*);
 extern template Corrade::Containers::Array<std::size_t> reserveArray<std::size_t>(

@@ -33,9 +33,6 @@ constexpr unsigned long long HeadlessSettleFrames = 10;
 constexpr auto FeedQuietTime = 500ms;
 constexpr auto LongestFeedWait = 10s;
 
-/* Often enough for a text cursor, which blinks every 400 ms at the fastest */
-constexpr auto CursorInterval = 200ms;
-
 /* Lines of a server that isn't running */
 class IdleServerSource: public ServerSource {
 public:
@@ -107,31 +104,40 @@ bool EditorHost::run() {
     if(_feed && _backEnd.isHeadless())
         waitForFeed();
 
+    const bool isAlwaysDrawing = _backEnd.isHeadless() || _options.frames;
     while(!isFinished()) {
         waitForEvents();
+        _isClosed = hasUserClosed();
         if(_modules->poll(Clock::now()))
             _gate.request();
-        if(_backEnd.isHeadless() || _options.frames || _gate.isDue(Clock::now()))
-            drawFrame();
+        /* For a screenshot there has to be one more picture that isn't shown yet */
+        const bool isLastPictureNeeded = _isClosed && !_options.screenshot.empty();
+        if(isAlwaysDrawing || isLastPictureNeeded || _gate.isDue(Clock::now()))
+            drawFrame(Count::Yes);
     }
-    if(_options.screenshot.empty())
-        return true;
-    /* The window may have been closed between two frames, so the last one is drawn here */
-    if(!isLastFrame())
-        drawFrame();
-    return writePng(_options.screenshot, _backEnd.capture());
+    _layout.saveIfChanged();
+    return _options.screenshot.empty() || writePng(_options.screenshot, _backEnd.capture());
 }
 
 void EditorHost::waitForFeed() {
-    if(_feed->isRegularFile())
-        return _feed->waitUntilFinished();
     /* Whoever says how many frames there are decides when to stop looking at a pipe */
-    if(_options.frames)
-        return;
+    if(!_feed->isRegularFile())
+        return _options.frames ? void() : waitForPipe();
+    while(!_feed->progress().isFinished) {
+        _feed->waitForNeedOrEnd();
+        if(_feed->neededFrames())
+            drawFrame(Count::No);
+    }
+}
+
+void EditorHost::waitForPipe() {
     const Clock::time_point start = Clock::now();
     Clock::time_point lastChange = start;
     for(FeedProgress seen = _feed->progress(); !seen.isFinished;) {
-        std::this_thread::sleep_for(10ms);
+        if(_feed->neededFrames())
+            drawFrame(Count::No);
+        else
+            std::this_thread::sleep_for(10ms);
         const FeedProgress now = _feed->progress();
         const Clock::time_point time = Clock::now();
         if(now.bytes != seen.bytes)
@@ -144,26 +150,24 @@ void EditorHost::waitForFeed() {
 
 void EditorHost::waitForEvents() {
     const Clock::time_point now = Clock::now();
-    const bool hasCursor = ImGui::GetIO().WantTextInput;
     const bool isReplaying = _options.frames || !_replay.isFinished();
-    const Clock::duration longest = hasCursor
-        ? std::min<Clock::duration>(CursorInterval, ModuleLoader::PollInterval)
-        : Clock::duration{ModuleLoader::PollInterval};
-    if(_backEnd.wait(isReplaying ? Clock::duration{} : _gate.pause(now, longest)) || isReplaying)
+    _gate.setTextFocus(
+        ImGui::GetIO().WantTextInput ? RedrawGate::TextFocus::Yes : RedrawGate::TextFocus::No);
+    if(_backEnd.wait(
+           isReplaying ? Clock::duration{} : _gate.pause(now, ModuleLoader::PollInterval)) ||
+        isReplaying)
         _gate.request();
-    if(hasCursor && Clock::now() - now >= CursorInterval)
-        _gate.requestForLines();
     if(_hasNewLines)
         _gate.requestForLines();
 }
 
-bool EditorHost::isLastFrame() const {
+bool EditorHost::isFinished() const {
+    if(_isClosed)
+        return true;
     if(_options.frames)
         return _data.frame >= *_options.frames;
     return _backEnd.isHeadless() && _framesAfterReplay >= HeadlessSettleFrames;
 }
-
-bool EditorHost::isFinished() { return isLastFrame() || hasUserClosed(); }
 
 bool EditorHost::hasUserClosed() {
     if(!_backEnd.isCloseRequested())
@@ -175,8 +179,6 @@ bool EditorHost::hasUserClosed() {
     closeFailedPanels();
     if(event.accepted)
         _backEnd.cancelClose();
-    else
-        _layout.saveIfChanged();
     return !event.accepted;
 }
 
@@ -213,25 +215,33 @@ void EditorHost::updateFonts() {
         BackEnd::updateFontTexture();
 }
 
-void EditorHost::drawFrame() {
+void EditorHost::playInput() {
+    _framesAfterReplay += _replay.isFinished();
+    _replay.apply(static_cast<unsigned long>(_data.frame), ImGui::GetIO(), _replayedEvents);
+}
+
+void EditorHost::drawFrame(const Count count) {
     const Clock::time_point begin = Clock::now();
     if(_backEnd.scale() != _fontScale)
         updateFonts();
     _hasNewLines = false;
     _backEnd.beginFrame();
-    _framesAfterReplay += _replay.isFinished();
-    _replay.apply(static_cast<unsigned long>(_data.frame), ImGui::GetIO(), _replayedEvents);
+    if(count == Count::Yes)
+        playInput();
 
     ImGui::NewFrame();
     drawContent();
     ImGui::Render();
     _backEnd.render();
-    /* A picture that is shown can't be read back any more */
-    if(_options.screenshot.empty() || !_backEnd.isHeadless())
-        _backEnd.present();
     closeFailedPanels();
     _layout.saveIfDue();
-    ++_data.frame;
+    if(_feed)
+        _feed->frameDrawn();
+    if(count == Count::Yes)
+        ++_data.frame;
+    /* A picture that was shown can't be read back any more */
+    if(_options.screenshot.empty() || !isFinished())
+        _backEnd.present();
     _gate.drawn(begin, Clock::now(), look(*ImGui::GetDrawData()));
 }
 

@@ -58,6 +58,9 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    /* Whether replayed input and the number of frames to draw go on with a frame */
+    enum class Count { No, Yes };
+
     struct Failure {
         const EditorView* panel;
         std::string problem;
@@ -65,11 +68,12 @@ private:
 
     void updateFonts();
     void waitForFeed();
+    void waitForPipe();
     void waitForEvents();
-    bool isFinished();
-    bool isLastFrame() const;
+    bool isFinished() const;
     bool hasUserClosed();
-    void drawFrame();
+    void playInput();
+    void drawFrame(Count count);
     void drawContent();
     void drawEmptyArea(WorkArea area) const;
     void deliverEvents();

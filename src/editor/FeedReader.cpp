@@ -1,6 +1,7 @@
 #include "editor/FeedReader.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -24,6 +25,13 @@ namespace QuillmereEngine {
 namespace {
 
 constexpr std::size_t PieceSize = 64 * 1024;
+
+/* How long a source has to be silent until its last line isn't waited with any more */
+constexpr int PauseMilliseconds = 10;
+
+/* One that shows the lines, and one before in which the panel may have appeared */
+constexpr int FramesForLayout = 2;
+constexpr std::chrono::seconds LongestHold{1};
 
 void logLine(const std::string& line) { log(lineLevel(line), line.c_str()); }
 
@@ -80,10 +88,13 @@ FeedReader::FeedReader(FeedSource source, std::function<void()> changed):
     _thread{[this] { run(); }} {}
 
 FeedReader::~FeedReader() {
-    _isStopping = true;
+    {
+        const std::lock_guard<std::mutex> lock{_mutex};
+        _isStopping = true;
+    }
+    _changedNeed.notify_all();
     eventfd_write(_stopEvent, 1);
-    if(_thread.joinable())
-        _thread.join();
+    _thread.join();
     ::close(_stopEvent);
 }
 
@@ -91,28 +102,75 @@ FeedProgress FeedReader::progress() const {
     return {_source.name(), _bytes, _source.size(), _isFinished};
 }
 
-void FeedReader::waitUntilFinished() {
-    if(_thread.joinable())
-        _thread.join();
+void FeedReader::frameDrawn() {
+    {
+        const std::lock_guard<std::mutex> lock{_mutex};
+        if(_neededFrames > 0)
+            --_neededFrames;
+    }
+    _changedNeed.notify_all();
 }
 
-/* False when there will be none any more */
-bool FeedReader::waitForInput() const {
+void FeedReader::waitForNeedOrEnd() {
+    std::unique_lock<std::mutex> lock{_mutex};
+    _changedNeed.wait(lock, [this] { return _neededFrames > 0 || _isFinished; });
+}
+
+FeedReader::Input FeedReader::waitForInput(const int milliseconds) const {
     pollfd descriptors[]{{_source.descriptor(), POLLIN, 0}, {_stopEvent, POLLIN, 0}};
-    while(poll(descriptors, 2, -1) == -1)
-        if(errno != EINTR)
-            return false;
-    return !descriptors[1].revents && !(descriptors[0].revents & POLLNVAL);
+    int count;
+    do
+        count = poll(descriptors, 2, milliseconds);
+    while(count == -1 && errno == EINTR);
+    if(count == -1 || descriptors[1].revents || descriptors[0].revents & POLLNVAL)
+        return Input::Stopping;
+    return count ? Input::Ready : Input::Pausing;
+}
+
+void FeedReader::takeLine(const std::string& line) {
+    /* A piece may hold tens of thousands of lines */
+    if(_isStopping)
+        return;
+    if(_heldLine) {
+        logLine(*_heldLine);
+        _hasLinesBeforeHeld = true;
+    }
+    _heldLine = line;
+}
+
+void FeedReader::logHeldLine() {
+    if(!_heldLine)
+        return;
+    if(_hasLinesBeforeHeld)
+        waitForFrames();
+    logLine(*_heldLine);
+    _heldLine.reset();
+    _hasLinesBeforeHeld = false;
+}
+
+void FeedReader::waitForFrames() {
+    std::unique_lock<std::mutex> lock{_mutex};
+    _neededFrames = FramesForLayout;
+    lock.unlock();
+    _changedNeed.notify_all();
+    _changed();
+    lock.lock();
+    /* Not for ever: a window that isn't drawn, whatever the reason, must not hold up the log */
+    _changedNeed.wait_for(lock, LongestHold, [this] { return _neededFrames == 0 || _isStopping; });
+    _neededFrames = 0;
 }
 
 void FeedReader::run() {
-    LineSplitter splitter{[this](const std::string& line) {
-        /* A piece may hold tens of thousands of lines */
-        if(!_isStopping)
-            logLine(line);
-    }};
+    LineSplitter splitter{[this](const std::string& line) { takeLine(line); }};
     std::vector<char> piece(PieceSize);
-    while(waitForInput()) {
+    for(;;) {
+        Input input = waitForInput(_heldLine ? PauseMilliseconds : -1);
+        if(input == Input::Pausing) {
+            logHeldLine();
+            continue;
+        }
+        if(input == Input::Stopping)
+            break;
         const ssize_t size = read(_source.descriptor(), piece.data(), piece.size());
         if(size == -1 && (errno == EINTR || errno == EAGAIN))
             continue;
@@ -125,7 +183,12 @@ void FeedReader::run() {
         _bytes += std::uint64_t(size);
     }
     splitter.finish();
-    _isFinished = true;
+    logHeldLine();
+    {
+        const std::lock_guard<std::mutex> lock{_mutex};
+        _isFinished = true;
+    }
+    _changedNeed.notify_all();
     _changed();
 }
 

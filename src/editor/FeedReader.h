@@ -2,8 +2,10 @@
 #define Quillmere_editor_FeedReader_h
 
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
@@ -62,6 +64,10 @@ struct FeedProgress {
 
 On a thread of its own, so that a large file or a slow pipe never holds up a frame. A regular file
 is read once to its end, all else is followed until its last writer closes it.
+
+A panel that follows its lines scrolls as far as the frame before was long, so of many lines that
+come at once the last would stay out of sight. Hence the last line before a pause is held back
+until frames with all lines before it were drawn.
 */
 class FeedReader {
 public:
@@ -82,18 +88,35 @@ public:
     /** @brief Any thread */
     FeedProgress progress() const;
 
-    /** @brief Wait until everything was logged */
-    void waitUntilFinished();
+    /** @brief Frames to be drawn until a line that is held back is logged, 0 if none is */
+    int neededFrames() const { return _neededFrames; }
+
+    /** @brief To be called after each frame. Any thread. */
+    void frameDrawn();
+
+    /** @brief Wait until a frame is needed or everything was logged */
+    void waitForNeedOrEnd();
 
 private:
+    enum class Input { Ready, Pausing, Stopping };
+
     void run();
-    bool waitForInput() const;
+    Input waitForInput(int milliseconds) const;
+    void takeLine(const std::string& line);
+    void logHeldLine();
+    void waitForFrames();
 
     FeedSource _source;
     std::function<void()> _changed;
     std::atomic<std::uint64_t> _bytes{0};
     std::atomic<bool> _isFinished{false};
     std::atomic<bool> _isStopping{false};
+    /* The last line, and whether others came since the last pause. Reader's thread only. */
+    std::optional<std::string> _heldLine;
+    bool _hasLinesBeforeHeld = false;
+    std::atomic<int> _neededFrames{0};
+    std::mutex _mutex;
+    std::condition_variable _changedNeed;
     /* Readable once the reader shall stop */
     int _stopEvent;
     std::thread _thread;

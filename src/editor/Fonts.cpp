@@ -24,10 +24,12 @@ constexpr ImWchar TextRanges[]{0x0020, 0x024f, 0x0250, 0x052f, 0x1e00, 0x1fff, 0
 constexpr ImWchar IconRanges[]{
     0xf071, 0xf071, 0xf0c5, 0xf0c5, 0xf0ea, 0xf0ea, 0xf1f8, 0xf1f8, 0xf1fb, 0xf1fb, 0};
 
-/* The console puts its "Auto-scroll" box 134 pixels from the right and its trash can at 26. The
-   box, its gap and 11 characters of 0.6 times the size have to fit in between: 13 does, 14
-   doesn't. */
-constexpr float TextSize = 13.0f;
+/* Heights of a line. Characters of the two text fonts are equally large, as their lines differ by
+   as much. The console puts its "Auto-scroll" box 134 pixels from the right and its trash can at
+   26: with this size the box just fits in between. */
+constexpr float TextSize = 16.0f;
+constexpr float FallbackSize = 14.0f;
+constexpr float IconSize = 14.0f;
 
 std::optional<std::string> readFirst(const FontFile& font, std::string& problem) {
     problem = "none of its places has it";
@@ -68,12 +70,12 @@ std::vector<FontFile> editorFonts() {
             {"/usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf",
                 "/usr/share/fonts/dejavu-sans-mono-fonts/DejaVuSansMono.ttf",
                 "/usr/share/fonts/TTF/DejaVuSansMono.ttf"},
-            TextRanges, TextSize},
+            TextRanges, FallbackSize},
         {"Font Awesome 4.7",
             {"/usr/share/fonts/truetype/font-awesome/fontawesome-webfont.ttf",
                 "/usr/share/fonts/fontawesome/fontawesome-webfont.ttf",
                 "/usr/share/fonts/TTF/fontawesome-webfont.ttf"},
-            IconRanges, TextSize},
+            IconRanges, IconSize},
     };
 }
 

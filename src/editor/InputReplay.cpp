@@ -37,6 +37,9 @@ unsigned modifierOf(const int key) {
 InputReplay::InputReplay(std::vector<ReplayEvent> events): _events{std::move(events)} {}
 
 void InputReplay::apply(const unsigned long frame, ImGuiIO& io, PanelEvents& panels) {
+    /* With nothing to replay mouse and keys are the user's */
+    if(_events.empty())
+        return;
     const std::size_t first = _next;
     while(_next != _events.size() && _events[_next].frame <= frame &&
         !endsWhatBegan(_events[_next], first))

@@ -1,7 +1,9 @@
 #include "editor/StatusBar.h"
 
 #include <algorithm>
+
 #include <imgui.h>
+#include <imgui_internal.h>
 
 namespace QuillmereEngine {
 
@@ -88,7 +90,11 @@ void drawStatusBar(const Status& status) {
     ImGui::PushStyleVar(ImGuiStyleVar_WindowMinSize, ImVec2{1.0f, 1.0f});
     ImGui::PushStyleVar(ImGuiStyleVar_WindowBorderSize, 0.0f);
     ImGui::PushStyleColor(ImGuiCol_WindowBg, ImGui::GetStyleColorVec4(ImGuiCol_MenuBarBg));
-    if(ImGui::Begin("##StatusBar", nullptr, BarFlags))
+    const bool isShown = ImGui::Begin("##StatusBar", nullptr, BarFlags);
+    /* A panel that was moved over the bar must not hide it, only what pops up for a moment may */
+    if(!ImGui::IsPopupOpen("", ImGuiPopupFlags_AnyPopupId | ImGuiPopupFlags_AnyPopupLevel))
+        ImGui::BringWindowToDisplayFront(ImGui::GetCurrentWindow());
+    if(isShown)
         drawContent(status);
     ImGui::End();
     ImGui::PopStyleColor();

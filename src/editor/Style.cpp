@@ -11,10 +11,11 @@ ImVec4 color(const unsigned rgb, const float alpha = 1.0f) {
         float(rgb & 0xff) / 255.0f, alpha};
 }
 
-constexpr unsigned Background = 0x121419;
+constexpr unsigned Sunken = 0x101216;
 constexpr unsigned Surface = 0x1a1d23;
 constexpr unsigned Raised = 0x242830;
 constexpr unsigned Hovered = 0x303640;
+constexpr unsigned Selected = 0x1c3452;
 constexpr unsigned Line = 0x2c313a;
 constexpr unsigned Text = 0xd7dae0;
 constexpr unsigned DimText = 0x8b93a1;
@@ -23,15 +24,15 @@ constexpr unsigned Accent = 0x4d8fd6;
 void setTextColors(ImVec4* const colors) {
     colors[ImGuiCol_Text] = color(Text);
     colors[ImGuiCol_TextDisabled] = color(DimText);
-    colors[ImGuiCol_TextSelectedBg] = color(Accent, 0.40f);
+    colors[ImGuiCol_TextSelectedBg] = color(Selected);
     colors[ImGuiCol_CheckMark] = color(0xffffff);
 }
 
 void setWindowColors(ImVec4* const colors) {
-    colors[ImGuiCol_WindowBg] = color(Background);
-    colors[ImGuiCol_ChildBg] = color(Background, 0.0f);
-    colors[ImGuiCol_PopupBg] = color(Surface);
-    colors[ImGuiCol_MenuBarBg] = color(Surface);
+    colors[ImGuiCol_WindowBg] = color(Surface);
+    colors[ImGuiCol_ChildBg] = color(Surface, 0.0f);
+    colors[ImGuiCol_PopupBg] = color(Raised);
+    colors[ImGuiCol_MenuBarBg] = color(Raised);
     colors[ImGuiCol_Border] = color(Line);
     colors[ImGuiCol_BorderShadow] = color(0, 0.0f);
     colors[ImGuiCol_TitleBg] = color(Surface);
@@ -44,9 +45,10 @@ void setWindowColors(ImVec4* const colors) {
 }
 
 void setWidgetColors(ImVec4* const colors) {
-    colors[ImGuiCol_FrameBg] = color(Raised);
-    colors[ImGuiCol_FrameBgHovered] = color(Hovered);
-    colors[ImGuiCol_FrameBgActive] = color(Hovered);
+    /* Where text is written and read, so the background that has to be dark */
+    colors[ImGuiCol_FrameBg] = color(Sunken);
+    colors[ImGuiCol_FrameBgHovered] = color(Raised);
+    colors[ImGuiCol_FrameBgActive] = color(Raised);
     colors[ImGuiCol_Button] = color(Raised);
     colors[ImGuiCol_ButtonHovered] = color(Hovered);
     colors[ImGuiCol_ButtonActive] = color(Accent, 0.70f);
@@ -65,7 +67,7 @@ void setWidgetColors(ImVec4* const colors) {
 }
 
 void setBarColors(ImVec4* const colors) {
-    colors[ImGuiCol_ScrollbarBg] = color(Background);
+    colors[ImGuiCol_ScrollbarBg] = color(Sunken);
     colors[ImGuiCol_ScrollbarGrab] = color(0x3a404b);
     colors[ImGuiCol_ScrollbarGrabHovered] = color(0x4a525f);
     colors[ImGuiCol_ScrollbarGrabActive] = color(0x5a6473);
@@ -94,7 +96,7 @@ void setShape(ImGuiStyle& style) {
     style.FrameBorderSize = 0.0f;
     style.WindowTitleAlign = {0.0f, 0.5f};
     /* No arrow that collapses a panel in front of its name: it looks like part of a tree */
-    style.WindowMenuButtonPosition = ImGuiDir_Right;
+    style.WindowMenuButtonPosition = ImGuiDir_None;
 }
 
 }

@@ -8,8 +8,8 @@ namespace QuillmereEngine {
 /**
 @brief The editor's look
 
-Dark and flat. Backgrounds of text are dark enough that pure red, the darkest colour that panels
-write in, has the contrast of at least 4.5 that WCAG 2.1 asks of small text.
+Dark and flat. Frames, where panels show text, are dark enough that pure red, the darkest colour
+that panels write in, has the contrast of at least 4.5 that WCAG 2.1 asks of small text.
 */
 void setEditorStyle(ImGuiStyle& style);
 

@@ -129,8 +129,8 @@ int runEditor(const Containers::ArrayView<const char* const> arguments) {
     std::optional<HostOptions> options = checkInput(*line);
     if(!options)
         return ExitBadInput;
-    std::optional<FeedSource> feed =
-        line->feed.empty() ? std::nullopt : FeedSource::open(line->feed);
+    std::optional<FeedSource> feed = line->feed.empty() ? std::nullopt
+                                                        : FeedSource::open(line->feed);
     if(!feed && !line->feed.empty())
         return ExitBadInput;
     return runHost(*line, std::move(*options), std::move(feed));

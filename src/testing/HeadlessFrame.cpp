@@ -39,9 +39,13 @@ HeadlessFrame::HeadlessFrame(const ImVec2& size): _context{ImGui::CreateContext(
 
 HeadlessFrame::~HeadlessFrame() { ImGui::DestroyContext(_context); }
 
-ImGuiIO& HeadlessFrame::io() const { return ImGui::GetIO(); }
+ImGuiIO& HeadlessFrame::io() const {
+    ImGui::SetCurrentContext(_context);
+    return ImGui::GetIO();
+}
 
 void HeadlessFrame::run(const std::function<void()>& draw) {
+    ImGui::SetCurrentContext(_context);
     ImGui::NewFrame();
     draw();
     ImGui::Render();

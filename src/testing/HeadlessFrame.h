@@ -11,12 +11,13 @@ namespace QuillmereEngine { namespace Testing {
 /**
 @brief Frames of Dear ImGui without a window and without OpenGL
 
-Owns a context with the built-in font, a fixed step of time and a clipboard of its own. What was
+Owns a context with the built-in font, a fixed step of time and a clipboard of its own. Everything
+that's called makes this context the current one, so that a test can have several. What was
 drawn is looked at in the draw data, see @ref HeadlessFrameDrawing.h.
 */
 class HeadlessFrame {
 public:
-    /** @brief Make a context of the given display size in pixels and make it current */
+    /** @brief A context with a display of the given size in pixels */
     explicit HeadlessFrame(const ImVec2& size = {1280.0f, 720.0f});
     HeadlessFrame(const HeadlessFrame&) = delete;
     HeadlessFrame& operator=(const HeadlessFrame&) = delete;

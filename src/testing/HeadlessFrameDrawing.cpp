@@ -56,12 +56,19 @@ void addQuads(std::vector<DrawnQuad>& out, const ImDrawList& list, const GlyphNa
     }
 }
 
+/* As it was given to Begin() or BeginChild(), which put the parent's name in front and a number
+   behind */
+std::string givenName(const ImDrawList& list) {
+    const std::string full = list._OwnerName ? list._OwnerName : "";
+    const std::size_t slash = full.rfind('/');
+    return slash == std::string::npos ? full : full.substr(slash + 1, full.rfind('_') - slash - 1);
+}
+
 template<class Function> void eachList(const std::string& window, const Function& function) {
     const ImDrawData& data = *ImGui::GetDrawData();
     for(int i = 0; i != data.CmdListsCount; ++i) {
         const ImDrawList& list = *data.CmdLists[i];
-        const std::string name = list._OwnerName ? list._OwnerName : "";
-        if(name.find(window) != std::string::npos)
+        if(window.empty() || givenName(list) == window)
             function(list);
     }
 }

@@ -33,8 +33,8 @@ struct DrawnText {
 
 /**
 @brief All rectangles and glyphs of a frame in the order in which they're drawn
-@param window   Name of the window they belong to, as in `ImDrawList::_OwnerName`, or a part of it.
-    Empty for all windows.
+@param window   Name of the window they belong to, as given to `Begin()` or `BeginChild()`. Empty
+    for all windows.
 */
 std::vector<DrawnQuad> drawnQuads(const std::string& window = {});
 

@@ -1,14 +1,17 @@
 #ifndef Quillmere_testing_sanitizer_h
 #define Quillmere_testing_sanitizer_h
 
-/* QUILLMERE_TEST_SANITIZED: defined under the address or thread sanitizer. GCC says it with macros,
-   clang with features. */
+namespace QuillmereEngine { namespace Testing {
+
+/** @brief Whether the build is instrumented, so that long tests have to do with less */
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define QUILLMERE_TEST_SANITIZED
+constexpr bool IsSanitized = true;
 #elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define QUILLMERE_TEST_SANITIZED
+constexpr bool IsSanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
+#else
+constexpr bool IsSanitized = false;
 #endif
-#endif
+
+}}
 
 #endif

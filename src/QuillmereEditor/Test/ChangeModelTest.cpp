@@ -11,11 +11,7 @@ namespace QuillmereEngine { namespace Test {
 namespace {
 
 /* Sanitizers make each step ten to twenty times as long */
-#ifdef QUILLMERE_TEST_SANITIZED
-constexpr std::size_t DefaultOperationCount = 30000;
-#else
-constexpr std::size_t DefaultOperationCount = 300000;
-#endif
+constexpr std::size_t DefaultOperationCount = Testing::IsSanitized ? 30000 : 300000;
 
 constexpr std::size_t SequenceLength = 120;
 

@@ -38,27 +38,41 @@ bool VisibleLines::canReachRange(const std::size_t index, const std::size_t row)
     return row >= _firstRow || (offsets[index + 1] - offsets[index]) * 2 >= _firstRow - row;
 }
 
-/* If all lines of a block together are too short, each of them is */
+/* Without a branch, as the order of levels in a log can't be predicted */
+std::size_t VisibleLines::shownCount(const std::size_t begin, const std::size_t end) const {
+    const char* const data = _lines.data().data();
+    const Containers::ArrayView<const std::size_t> offsets = _lines.offsets();
+    std::size_t count = 0;
+    for(std::size_t i = begin; i != end; ++i) {
+        const char* const line = data + offsets[i];
+        const bool isError = hasErrorTag(line);
+        const bool isWarning = hasWarningTag(line);
+        count += (isError & _levels.errors) | (isWarning & _levels.warnings) |
+            (!(isError | isWarning) & _levels.info);
+    }
+    return count;
+}
+
+/* If all lines of a block together are too short to reach the range, each of them is. A tag needn't
+   be read while no row depends on it. */
 void VisibleLines::skipHiddenBlocks() {
-    constexpr std::size_t BlockSize = 64;
+    constexpr std::size_t BlockSize = 16;
     const Containers::ArrayView<const std::size_t> offsets = _lines.offsets();
     while(_nextIndex + BlockSize <= _lines.size() && _nextRow + BlockSize <= _firstRow) {
-        const std::size_t size = offsets[_nextIndex + BlockSize] - offsets[_nextIndex];
+        const std::size_t end = _nextIndex + BlockSize;
+        const std::size_t size = offsets[end] - offsets[_nextIndex];
         if(size * 2 >= _firstRow - (_nextRow + BlockSize))
             return;
-        _nextIndex += BlockSize;
-        _nextRow += BlockSize;
+        _nextRow += _levels.isAll() ? BlockSize : shownCount(_nextIndex, end);
+        _nextIndex = end;
     }
 }
 
 bool VisibleLines::next() {
-    /* A tag needn't be read while no row depends on it */
-    const bool isLevelNeeded = !_levels.isAll();
-    if(!isLevelNeeded)
-        skipHiddenBlocks();
+    skipHiddenBlocks();
     for(; _nextIndex != _lines.size() && _nextRow < _endRow; ++_nextIndex) {
         const bool canReach = canReachRange(_nextIndex, _nextRow);
-        if(!canReach && !isLevelNeeded) {
+        if(!canReach && _levels.isAll()) {
             ++_nextRow;
             continue;
         }

@@ -42,6 +42,7 @@ public:
 private:
     bool isShown(LineLevel level) const;
     bool canReachRange(std::size_t index, std::size_t row) const;
+    std::size_t shownCount(std::size_t begin, std::size_t end) const;
     void skipHiddenBlocks();
 
     const StringArrayView& _lines;

@@ -83,7 +83,8 @@ void drawLines(const ConsoleTextFrame& frame) {
 }
 
 void drawText(const ConsoleTextFrame& frame) {
-    if(frame.hasSelection)
+    /* The input may have collapsed the selection that there was at the start of the frame */
+    if(frame.hasSelection && frame.state->HasSelection())
         drawSelection(frame);
     drawLines(frame);
 }

@@ -95,9 +95,10 @@ constexpr std::underlying_type_t<T> enumCastUnderlyingType(EnumSet<T, fullValue>
     }
 
 /** @brief Operators with a value of the enum on the left, at namespace scope */
-#define CORRADE_ENUMSET_OPERATORS(...) CORRADE_ENUMSET_IMPLEMENT_OPERATORS(inline, __VA_ARGS__)
+#define CORRADE_ENUMSET_OPERATORS(...)                                                             \
+    CORRADE_ENUMSET_IMPLEMENT_OPERATORS([[maybe_unused]] inline, __VA_ARGS__)
 /** @brief Operators with a value of the enum on the left, inside a class */
 #define CORRADE_ENUMSET_FRIEND_OPERATORS(...)                                                      \
-    CORRADE_ENUMSET_IMPLEMENT_OPERATORS(friend, __VA_ARGS__)
+    CORRADE_ENUMSET_IMPLEMENT_OPERATORS([[maybe_unused]] friend, __VA_ARGS__)
 
 #endif

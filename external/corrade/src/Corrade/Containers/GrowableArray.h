@@ -121,6 +121,14 @@ template<class T> void destroy(T* begin, T* end) {
         begin->~T();
 }
 
+template<class T> void copyConstruct(T* const out, const ArrayView<const T> values) {
+    if constexpr(std::is_trivially_copyable<T>::value)
+        std::memcpy(static_cast<void*>(out), values.data(), values.size() * sizeof(T));
+    else
+        for(std::size_t i = 0; i != values.size(); ++i)
+            ::new(static_cast<void*>(out + i)) T(values[i]);
+}
+
 /* Makes room for exactly so many elements */
 template<class T, class Allocator>
 void arrayReallocate(Array<T>& array, const std::size_t keep, const std::size_t capacity) {
@@ -291,8 +299,7 @@ template<template<class> class Allocator, class T> ArrayView<T> arrayAppend(
     if(values.isEmpty())
         return {array.data() + array.size(), 0};
     T* const out = Implementation::arrayGrowBy<T, Allocator<T>>(array, values.size());
-    for(std::size_t i = 0; i != values.size(); ++i)
-        ::new(static_cast<void*>(out + i)) T(values[i]);
+    Implementation::copyConstruct(out, values);
     return {out, values.size()};
 }
 template<class T> ArrayView<T> arrayAppend(

@@ -1,0 +1,213 @@
+#include <atomic>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <thread>
+
+#include <gmock/gmock.h>
+
+#include "LoaderFixture.h"
+
+namespace QuillmereEngine { namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/* Files of module copies that are mapped, each counted once however many parts it has */
+std::set<std::string> mappedCopies() {
+    std::set<std::string> out;
+    std::istringstream maps{Testing::readFile("/proc/self/maps")};
+    for(std::string line; std::getline(maps, line);)
+        if(const std::size_t i = line.find("/quillmere-module-"); i != std::string::npos)
+            out.insert(line.substr(i));
+    return out;
+}
+
+std::size_t mappingCount() {
+    std::istringstream maps{Testing::readFile("/proc/self/maps")};
+    std::size_t out = 0;
+    for(std::string line; std::getline(maps, line);)
+        ++out;
+    return out;
+}
+
+std::size_t openFileCount() {
+    std::size_t out = 0;
+    for(const auto& entry: std::filesystem::directory_iterator{"/proc/self/fd"})
+        out += entry.path().empty() ? 0 : 1;
+    return out;
+}
+
+struct ModuleReloadTest: LoaderFixture {
+    ModuleReloadTest() {
+        install("Panel1", "Fixture");
+        loader.loadAll(now);
+    }
+
+    ModuleLoader loader{folder.path(), host};
+};
+
+TEST_F(ModuleReloadTest, RenamedFileTakesOver) {
+    ASSERT_THAT(titles(loader), ElementsAre("Fixture 1"));
+    install("Panel2", "Fixture");
+    EXPECT_TRUE(settle(loader));
+    EXPECT_THAT(titles(loader), ElementsAre("Fixture 2"));
+    EXPECT_THAT(lines(), ElementsAre("[info] Module Fixture was reloaded"));
+}
+
+TEST_F(ModuleReloadTest, HostPointersAreKept) {
+    install("Panel2", "Fixture");
+    settle(loader);
+    EXPECT_EQ(&loader.panels()[0]->editor(), application.editor.get());
+    loader.panels()[0]->update();
+    EXPECT_EQ(data.frame, 1u);
+    EXPECT_EQ(ImGui::GetCurrentContext(), context);
+}
+
+TEST_F(ModuleReloadTest, OldFileIsUnmapped) {
+    const std::set<std::string> before = mappedCopies();
+    ASSERT_EQ(before.size(), 1u);
+    install("Panel2", "Fixture");
+    settle(loader);
+    const std::set<std::string> after = mappedCopies();
+    ASSERT_EQ(after.size(), 1u);
+    EXPECT_NE(*before.begin(), *after.begin());
+}
+
+TEST_F(ModuleReloadTest, FileThatIsWrittenSlowlyInPlaceHarmsNothing) {
+    const std::string next = Testing::readFile(QUILLMERE_FIXTURES "/Panel2/Fixture.so");
+    const std::size_t piece = next.size() / 10 + 1;
+    std::ofstream out{folder.file("Fixture.so"), std::ios::binary};
+    for(std::size_t i = 0; i < next.size(); i += piece) {
+        out.write(next.data() + i, std::streamsize(std::min(piece, next.size() - i))).flush();
+        /* The writer pauses so long that the file seems to be left alone */
+        if(i + piece < next.size()) {
+            settle(loader);
+            loader.poll(now += ModuleWatch::RetryTime);
+            ASSERT_THAT(titles(loader), ElementsAre("Fixture 1")) << i;
+            loader.panels()[0]->update();
+        }
+    }
+    out.close();
+    EXPECT_TRUE(settle(loader));
+    EXPECT_THAT(titles(loader), ElementsAre("Fixture 2"));
+    EXPECT_THAT(lines(),
+        ElementsAre("[error] Module " + folder.file("Fixture.so") +
+                " can't be loaded: the file isn't whole, it's tried again later",
+            "[info] Module Fixture was reloaded"));
+}
+
+TEST_F(ModuleReloadTest, FileThatDoesNotLoadKeepsThePanelClosedAndItsState) {
+    namespace Fs = std::filesystem;
+    Fs::copy_file(QUILLMERE_FIXTURES "/WrongVersion/WrongVersion.so", folder.file("Fixture.so"),
+        Fs::copy_options::overwrite_existing);
+    EXPECT_TRUE(settle(loader));
+    EXPECT_THAT(titles(loader), IsEmpty());
+    EXPECT_THAT(loader.failedModules(), ElementsAre("Fixture"));
+    EXPECT_THAT(mappedCopies(), IsEmpty());
+    log(LogLevel::Info, "in between");
+    EXPECT_THAT(lines(), Contains("[info] in between"));
+
+    install("Panel2", "Fixture");
+    EXPECT_TRUE(settle(loader));
+    ASSERT_THAT(titles(loader), ElementsAre("Fixture 2"));
+    EXPECT_THAT(loader.failedModules(), IsEmpty());
+    EXPECT_EQ(&loader.panels()[0]->editor(), application.editor.get());
+}
+
+/* deinit() of any panel removes the one callback of the process */
+TEST_F(ModuleReloadTest, LogReachesTheConsoleAfterAPanelLetGo) {
+    loader.panels()[0]->deinit();
+    install("Panel2", "Fixture");
+    settle(loader);
+    log(LogLevel::Info, "still here");
+    EXPECT_THAT(lines(), Contains("[info] still here"));
+}
+
+/* Logs numbered lines and notes which of them were certainly logged outside of any reload */
+class Logger {
+public:
+    explicit Logger(std::string name, const std::atomic<unsigned>& reloads):
+        _name{std::move(name)},
+        _reloads{reloads},
+        _thread{[this] { run(); }} {}
+
+    void stop() {
+        _isStopping = true;
+        _thread.join();
+    }
+
+    const std::vector<std::string>& all() const { return _all; }
+    const std::vector<std::string>& outsideOfReloads() const { return _outside; }
+
+private:
+    void run() {
+        while(!_isStopping) {
+            const std::string line = _name + " " + std::to_string(_all.size());
+            const unsigned before = _reloads;
+            log(LogLevel::Info, line.c_str());
+            if(before % 2 == 0 && _reloads == before)
+                _outside.push_back("[info] " + line);
+            _all.push_back("[info] " + line);
+            std::this_thread::yield();
+        }
+    }
+
+    std::string _name;
+    const std::atomic<unsigned>& _reloads;
+    std::vector<std::string> _all, _outside;
+    std::atomic<bool> _isStopping{false};
+    std::thread _thread;
+};
+
+std::multiset<std::string> fileLines(const std::string& folder) {
+    std::multiset<std::string> out;
+    for(const auto& entry: std::filesystem::directory_iterator{folder}) {
+        std::istringstream text{Testing::readFile(entry.path().string())};
+        for(std::string line; std::getline(text, line);)
+            out.insert(line.substr(25));
+    }
+    return out;
+}
+
+TEST_F(ModuleReloadTest, HundredReloadsWhileTwoThreadsLog) {
+    const Testing::TemporaryFolder logs;
+    setLogDir(logs.path().c_str());
+    std::atomic<unsigned> reloads{0};
+    Logger first{"first", reloads}, second{"second", reloads};
+
+    std::size_t mappings = 0, files = 0;
+    for(int i = 0; i != 100; ++i) {
+        install(i % 2 ? "Panel1" : "Panel2", "Fixture");
+        ++reloads;
+        ASSERT_TRUE(settle(loader));
+        ++reloads;
+        ASSERT_THAT(titles(loader), ElementsAre(i % 2 ? "Fixture 1" : "Fixture 2"));
+        ASSERT_EQ(&loader.panels()[0]->editor(), application.editor.get());
+        ASSERT_EQ(mappedCopies().size(), 1u);
+        if(i == 20) {
+            mappings = mappingCount();
+            files = openFileCount();
+        }
+    }
+    EXPECT_EQ(openFileCount(), files);
+    /* Other libraries' arenas come and go, a module that stayed would leave five each time */
+    EXPECT_LT(mappingCount(), mappings + 50);
+    first.stop();
+    second.stop();
+    closeLogFile();
+
+    const std::multiset<std::string> inFile = fileLines(logs.path());
+    const std::vector<std::string> shown = lines();
+    const std::multiset<std::string> inConsole{shown.begin(), shown.end()};
+    for(const Logger* const logger: {&first, &second}) {
+        EXPECT_GT(logger->outsideOfReloads().size(), 100u);
+        for(const std::string& line: logger->all())
+            ASSERT_EQ(inFile.count(line), 1u) << line;
+        for(const std::string& line: logger->outsideOfReloads())
+            ASSERT_EQ(inConsole.count(line), 1u) << line;
+    }
+}
+
+}}
