@@ -38,6 +38,7 @@ void addRow(Row row);
 void printFigure(const std::string& name, double value, const std::string& unit);
 
 /* One function per source of rows, called by main() before anything runs */
+void addChangeRows();
 void addConsoleRows();
 void addLogRows();
 void addStoreRows();

@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
     std::FILE* const results = fdopen(dup(STDOUT_FILENO), "w");
     QuillmereBenchmark::RatioReporter reporter{results};
 
+    QuillmereBenchmark::addChangeRows();
     QuillmereBenchmark::addStoreRows();
     QuillmereBenchmark::addLogRows();
     QuillmereBenchmark::addConsoleRows();
