@@ -18,10 +18,10 @@ namespace {
 /* The one offset of every store without strings, so that an empty store needs no memory and a move
    can't fail. Not const only because arrays aren't; nobody writes to it, as growing an array
    copies it first. */
-std::size_t emptyOffset = 0;
+std::size_t _emptyOffset = 0;
 
 Containers::Array<std::size_t> emptyOffsets() noexcept {
-    return Containers::Array<std::size_t>{&emptyOffset, 1, [](std::size_t*, std::size_t) {}};
+    return Containers::Array<std::size_t>{&_emptyOffset, 1, [](std::size_t*, std::size_t) {}};
 }
 
 Containers::Array<std::size_t> copyOf(const Containers::ArrayView<const std::size_t> offsets) {
@@ -123,6 +123,8 @@ void StringArray::append(const char* const string, const int length) {
 void StringArray::clear() {
     StringArrayView::clear();
     _storage = {};
+    /* Blocks as large as this store was are hardly needed again soon */
+    trimReserve();
 }
 
 StringArray filter(const StringArrayView& lines, bool (*const keep)(const char*)) {
