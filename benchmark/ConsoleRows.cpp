@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>
@@ -10,7 +9,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
-#include "QuillmereEditor/Tools/logLine.h"
+#include "LogLines.h"
 #include "Ratio.h"
 #include "common/StringArrayView.h"
 #include "plugins/console/Test/ConsolePanel.h"
@@ -27,35 +26,9 @@ using namespace QuillmereEngine::Testing;
 
 namespace {
 
-constexpr std::size_t LineSize = 100;
 constexpr ImU32 ErrorColor = 0xff0000ff;
 
 enum class Scroll { ToEnd, ToTop };
-
-/* Levels without a pattern that a processor could learn, five lines of eight info */
-const char* level(std::size_t i) {
-    constexpr const char* names[]{
-        "error", "warn", "verbose", "info", "info", "info", "info", "info"};
-    i = (i + 1) * 0x9e3779b97f4a7c15u;
-    return names[i >> 61];
-}
-
-std::string logLine(const std::size_t i) {
-    std::tm time{};
-    time.tm_year = 124;
-    time.tm_mday = 7;
-    std::string line = logSecondPrefix(time) + "045][" + level(i) + "] Loaded asset number ";
-    line += std::to_string(i);
-    line.resize(LineSize, '.');
-    return line;
-}
-
-std::shared_ptr<const StringArray> store(const std::size_t lineCount) {
-    const auto out = std::make_shared<StringArray>();
-    for(std::size_t i = 0; i != lineCount; ++i)
-        out->append(logLine(i).c_str(), -1);
-    return out;
-}
 
 /* What both sides of a row have in common: something that's drawn in the whole of the display, and
    hands to its input */
@@ -148,15 +121,18 @@ Body frames(MakeSide makeSide, std::function<bool(Side&)> prepare) {
     };
 }
 
+const char* variantName(const Scroll where) { return where == Scroll::ToEnd ? "end" : "top"; }
+
 void addInactive(
     const std::string& size, const std::shared_ptr<const StringArray>& lines, const double most) {
     for(const Scroll where: {Scroll::ToEnd, Scroll::ToTop}) {
         const auto prepare = [where](Side& side) { return scroll(side, where); };
-        addRow({"console/inactive/" + size + (where == Scroll::ToEnd ? "/end" : "/top"),
+        addRow({"console/inactive/" + size,
             "ImGui::InputTextMultiline, inactive, scrolled to the same place", most,
             frames([lines] { return std::make_unique<PanelSide>(*lines); }, prepare),
             frames(
-                [lines] { return std::make_unique<InputTextSide>(join(*lines, '\n')); }, prepare)});
+                [lines] { return std::make_unique<InputTextSide>(join(*lines, '\n')); }, prepare),
+            variantName(where)});
     }
 }
 
@@ -170,7 +146,7 @@ void addActive(const std::string& size, const std::shared_ptr<const StringArray>
 void addFiltered(
     const std::string& size, const std::shared_ptr<const StringArray>& lines, const double most) {
     for(const Scroll where: {Scroll::ToEnd, Scroll::ToTop}) {
-        addRow({"console/filtered/" + size + (where == Scroll::ToEnd ? "/end" : "/top"),
+        addRow({"console/filtered/" + size,
             "ImGui::InputTextMultiline of the filtered text, inactive", most,
             frames([lines] { return std::make_unique<PanelSide>(*lines); },
                 [where](Side& side) { return hideErrors(side) && scroll(side, where); }),
@@ -178,7 +154,8 @@ void addFiltered(
                 [lines] {
                     return std::make_unique<InputTextSide>(shownText(*lines, {false, true, true}));
                 },
-                [where](Side& side) { return scroll(side, where); })});
+                [where](Side& side) { return scroll(side, where); }),
+            variantName(where)});
     }
 }
 
@@ -186,7 +163,7 @@ void addFiltered(
 
 void addConsoleRows() {
     for(const bool isLarge: {false, true}) {
-        const std::shared_ptr<const StringArray> lines = store(isLarge ? 1000000 : 100000);
+        const std::shared_ptr<const StringArray> lines = logLines(isLarge ? 1000000 : 100000);
         const std::string size = isLarge ? "1M" : "100k";
         addInactive(size, lines, isLarge ? 0.35 : 0.25);
         addActive(size, lines);

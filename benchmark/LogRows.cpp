@@ -22,8 +22,8 @@ constexpr int LinesPerTurn = 10000;
 constexpr int ThreadCount = 4;
 
 /* Fills the line up to a hundred characters behind time and level */
-const std::string Message(67, 'm');
-const std::string Line = "[2024-03-07 09:05:02.045][info] " + Message + "x\n";
+const std::string Message(68, 'm');
+const std::string Line = "[2024-03-07 09:05:02.045][info] " + Message + "\n";
 
 class Folder {
 public:
