@@ -8,7 +8,7 @@
 #include "LogLines.h"
 #include "Ratio.h"
 #include "common/StringArrayView.h"
-#include "plugins/console/LineClassification.h"
+#include "plugins/console/lineTag.h"
 
 namespace QuillmereBenchmark {
 
@@ -16,7 +16,7 @@ using namespace QuillmereEngine;
 
 namespace {
 
-bool isNotError(const char* const line) { return !isError(line); }
+bool isNotError(const char* const line) { return !hasErrorTag(line); }
 
 /* Copies as many bytes as the other side produces, from the same place, into memory that's there */
 Body copyBytes(const std::shared_ptr<const StringArray>& lines, const std::size_t size) {
