@@ -1,6 +1,7 @@
 #include "QuillmereEditor/Tools/System.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <regex>
