@@ -99,11 +99,15 @@ struct DialogsDesktopTest: ::testing::Test {
     /* The user does `actions` in the window of that title */
     template<class Dialog> static auto userDoes(
         const std::string& title, const std::string& actions, const Dialog& dialog) {
-        return whileUser(
-            [&] {
-                xdotool("search --onlyvisible --name '^" + title + "$' windowfocus %1 " + actions);
-            },
-            dialog);
+        return whileUser([&] { inWindow("--name '^" + title + "$'", "%1", actions); }, dialog);
+    }
+
+    /* In two steps, as the second one of a single command would send its keys to the first window
+       that was found and not to the one that has the focus */
+    static void inWindow(
+        const std::string& which, const std::string& index, const std::string& actions) {
+        xdotool("search --onlyvisible " + which + " windowfocus " + index +
+            " && timeout 20 xdotool " + actions);
     }
 
     /* GoogleMock's matchers need the types of a standard container */
@@ -175,8 +179,10 @@ TEST_F(DialogsDesktopTest, CancelledDialogsGiveNothing) {
 
 TEST_F(DialogsDesktopTest, FolderIsChosen) {
     const TemporaryFolder chosen;
-    EXPECT_EQ(userDoes("Folder", "key ctrl+l key ctrl+a type --delay 20 '" + chosen.path() + "\n'",
-                  [&] { return openFolderDialog("Folder", files.file("")); }),
+    EXPECT_EQ(
+        userDoes("Folder",
+            "key ctrl+l key ctrl+a type --delay 20 '" + chosen.path() + "'; xdotool key Return",
+            [&] { return openFolderDialog("Folder", files.file("")); }),
         chosen.path());
 }
 
@@ -193,9 +199,9 @@ TEST_F(DialogsDesktopTest, ExistingFileIsSavedAfterAQuestion) {
         /* The question is the dialog's second window */
         if(Testing::linesOf(xdotool("search --onlyvisible --class zenity")).size() > 1) {
             wasAsked = true;
-            xdotool("search --onlyvisible --class zenity windowfocus %2 key alt+r");
+            inWindow("--class zenity", "%2", "key Return");
         } else
-            xdotool("search --onlyvisible --name '^Save$' windowfocus %1 key Return");
+            inWindow("--name '^Save$'", "%1", "key Return");
     };
     const std::string chosen = whileUser(user, [&] { return saveFileDialog("Save", path, {}); });
     EXPECT_EQ(chosen, path);
