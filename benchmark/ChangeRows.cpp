@@ -59,6 +59,17 @@ void fill(rapidjson::Document& document) {
     document.CopyFrom(*original, document.GetAllocator());
 }
 
+/* Where all documents lie, one at a time. Fresh memory would have to come from the kernel page by page,
+   which takes longer than the edits, and for how long depends on what else runs. */
+std::vector<char>& documentMemory() {
+    static std::vector<char> instance(std::size_t{1} << 25);
+    return instance;
+}
+
+struct DocumentPool: rapidjson::MemoryPoolAllocator<> {
+    DocumentPool(): MemoryPoolAllocator{documentMemory().data(), documentMemory().size()} {}
+};
+
 struct Edit {
     std::string path;
     rapidjson::Value value;
@@ -103,8 +114,11 @@ constexpr const char* HandlerKeys[]{"animation", "body", "camera", "debug", "fog
     "view"};
 
 class History {
+    DocumentPool _pool;
+
 public:
     explicit History(const bool hasHandlers = false) {
+        project.document.emplace(rapidjson::kObjectType, &_pool);
         fill(*project.document);
         if(hasHandlers)
             for(const char* const key: HandlerKeys)
@@ -122,6 +136,8 @@ public:
 
 /* What one writes who needs an undo for the weekend: RapidJSON's pointers and copies, a vector */
 class Handwritten {
+    DocumentPool _pool;
+
 public:
     Handwritten() { fill(document); }
 
@@ -140,7 +156,7 @@ public:
             rapidjson::Pointer{entry.path.c_str()}.Set(document, entry.newValue);
     }
 
-    rapidjson::Document document;
+    rapidjson::Document document{rapidjson::kObjectType, &_pool};
 
 private:
     struct Entry {
@@ -250,7 +266,8 @@ void roundTrip(History& history) {
 struct QtHistory {
     QtHistory() { fill(document); }
 
-    rapidjson::Document document;
+    DocumentPool pool;
+    rapidjson::Document document{rapidjson::kObjectType, &pool};
     QUndoStack stack;
 };
 

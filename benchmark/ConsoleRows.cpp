@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>
@@ -10,7 +9,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
-#include "QuillmereEditor/Tools/logLine.h"
+#include "LogLines.h"
 #include "Ratio.h"
 #include "common/StringArrayView.h"
 #include "plugins/console/Test/ConsolePanel.h"
@@ -27,34 +26,9 @@ using namespace QuillmereEngine::Testing;
 
 namespace {
 
-constexpr std::size_t LineSize = 100;
+constexpr ImU32 ErrorColor = 0xff0000ff;
 
 enum class Scroll { ToEnd, ToTop };
-
-/* Levels without a pattern that a processor could learn, three lines of four info */
-const char* level(std::size_t i) {
-    constexpr const char* names[]{
-        "error", "warn", "verbose", "info", "info", "info", "info", "info"};
-    i = (i + 1) * 0x9e3779b97f4a7c15u;
-    return names[i >> 61];
-}
-
-std::string logLine(const std::size_t i) {
-    std::tm time{};
-    time.tm_year = 124;
-    time.tm_mday = 7;
-    std::string line = logSecondPrefix(time) + "045][" + level(i) + "] Loaded asset number ";
-    line += std::to_string(i);
-    line.resize(LineSize, '.');
-    return line;
-}
-
-std::shared_ptr<const StringArray> store(const std::size_t lineCount) {
-    const auto out = std::make_shared<StringArray>();
-    for(std::size_t i = 0; i != lineCount; ++i)
-        out->append(logLine(i).c_str(), -1);
-    return out;
-}
 
 /* What both sides of a row have in common: something that's drawn in the whole of the display, and
    hands to its input */
@@ -105,46 +79,60 @@ private:
     InputDriver _input;
 };
 
-void scroll(Side& side, const Scroll where) {
+/* Each of these gives whether the side is then as it's to be */
+
+bool scroll(Side& side, const Scroll where) {
     ImGuiWindow* const window = side.textWindow();
-    ImGui::SetScrollY(window, where == Scroll::ToTop ? 0.0f : window->ScrollMax.y);
+    const float y = where == Scroll::ToTop ? 0.0f : window->ScrollMax.y;
+    ImGui::SetScrollY(window, y);
     side.input().idle(3);
+    return window->Scroll.y == y && window->ScrollMax.y > 0.0f && !ImGui::IsAnyItemActive();
 }
 
-/* Clicks the first of the boxes, which are the first rectangles in their colour */
-void hideErrors(Side& side) {
+/* Clicks the box whose label is the first with an E */
+bool hideErrors(Side& side) {
     const std::vector<DrawnQuad> glyphs = drawnQuads("Console");
     const auto letter = std::find_if(
         glyphs.begin(), glyphs.end(), [](const DrawnQuad& i) { return i.glyph == 'E'; });
+    if(letter == glyphs.end() || drawnGlyphs(ErrorColor, "#console").empty())
+        return false;
     side.input().click(letter->min);
+    return drawnGlyphs(ErrorColor, "#console").empty();
 }
 
-void selectAll(Side& side) {
+bool selectAll(Side& side) {
     side.input().click(ImVec2{600.0f, 400.0f});
     side.input().type(ImGuiKey_A, ImGuiKeyModFlags_Ctrl);
     side.input().idle(3);
+    const ImGuiInputTextState& text = ImGui::GetCurrentContext()->InputTextState;
+    return ImGui::IsAnyItemActive() && text.CurLenW && text.Stb.select_start == 0 &&
+        text.Stb.select_end == text.CurLenW;
 }
 
 using MakeSide = std::function<std::unique_ptr<Side>()>;
 
-Body frames(MakeSide makeSide, std::function<void(Side&)> prepare) {
+Body frames(MakeSide makeSide, std::function<bool(Side&)> prepare) {
     return [makeSide = std::move(makeSide), prepare = std::move(prepare)](benchmark::State& state) {
         const std::unique_ptr<Side> side = makeSide();
-        prepare(*side);
+        if(!prepare(*side))
+            state.SkipWithError("the interface isn't in the state that's to be measured");
         for([[maybe_unused]] auto _: state)
             side->input().idle();
     };
 }
 
+const char* variantName(const Scroll where) { return where == Scroll::ToEnd ? "end" : "top"; }
+
 void addInactive(
     const std::string& size, const std::shared_ptr<const StringArray>& lines, const double most) {
     for(const Scroll where: {Scroll::ToEnd, Scroll::ToTop}) {
-        const auto prepare = [where](Side& side) { scroll(side, where); };
-        addRow({"console/inactive/" + size + (where == Scroll::ToEnd ? "/end" : "/top"),
+        const auto prepare = [where](Side& side) { return scroll(side, where); };
+        addRow({"console/inactive/" + size,
             "ImGui::InputTextMultiline, inactive, scrolled to the same place", most,
             frames([lines] { return std::make_unique<PanelSide>(*lines); }, prepare),
             frames(
-                [lines] { return std::make_unique<InputTextSide>(join(*lines, '\n')); }, prepare)});
+                [lines] { return std::make_unique<InputTextSide>(join(*lines, '\n')); }, prepare),
+            variantName(where)});
     }
 }
 
@@ -158,18 +146,16 @@ void addActive(const std::string& size, const std::shared_ptr<const StringArray>
 void addFiltered(
     const std::string& size, const std::shared_ptr<const StringArray>& lines, const double most) {
     for(const Scroll where: {Scroll::ToEnd, Scroll::ToTop}) {
-        addRow({"console/filtered/" + size + (where == Scroll::ToEnd ? "/end" : "/top"),
+        addRow({"console/filtered/" + size,
             "ImGui::InputTextMultiline of the filtered text, inactive", most,
             frames([lines] { return std::make_unique<PanelSide>(*lines); },
-                [where](Side& side) {
-                    hideErrors(side);
-                    scroll(side, where);
-                }),
+                [where](Side& side) { return hideErrors(side) && scroll(side, where); }),
             frames(
                 [lines] {
                     return std::make_unique<InputTextSide>(shownText(*lines, {false, true, true}));
                 },
-                [where](Side& side) { scroll(side, where); })});
+                [where](Side& side) { return scroll(side, where); }),
+            variantName(where)});
     }
 }
 
@@ -177,7 +163,7 @@ void addFiltered(
 
 void addConsoleRows() {
     for(const bool isLarge: {false, true}) {
-        const std::shared_ptr<const StringArray> lines = store(isLarge ? 1000000 : 100000);
+        const std::shared_ptr<const StringArray> lines = logLines(isLarge ? 1000000 : 100000);
         const std::string size = isLarge ? "1M" : "100k";
         addInactive(size, lines, isLarge ? 0.35 : 0.25);
         addActive(size, lines);

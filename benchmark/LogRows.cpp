@@ -22,8 +22,8 @@ constexpr int LinesPerTurn = 10000;
 constexpr int ThreadCount = 4;
 
 /* Fills the line up to a hundred characters behind time and level */
-const std::string Message(67, 'm');
-const std::string Line = "[2024-03-07 09:05:02.045][info] " + Message + "x\n";
+const std::string Message(68, 'm');
+const std::string Line = "[2024-03-07 09:05:02.045][info] " + Message + "\n";
 
 class Folder {
 public:
@@ -47,14 +47,17 @@ int openFile(const std::string& name) {
     return open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
 }
 
-/* Where `log` writes, for as long as it lives: the standard output in a file, and a log file */
+enum class LogFile { Closed, Open };
+
+/* Where `log` writes, for as long as it lives: the standard output in a file, and maybe a log file */
 class LogToFiles {
 public:
-    LogToFiles(): _standardOutput{dup(STDOUT_FILENO)} {
-        const int file = openFile(_folder.file("stdout"));
-        dup2(file, STDOUT_FILENO);
-        close(file);
-        setLogDir(_folder.path().c_str());
+    explicit LogToFiles(const LogFile second): _standardOutput{dup(STDOUT_FILENO)} {
+        const int first = openFile(_folder.file("stdout"));
+        dup2(first, STDOUT_FILENO);
+        close(first);
+        if(second == LogFile::Open)
+            setLogDir(_folder.path().c_str());
     }
     LogToFiles(const LogToFiles&) = delete;
     LogToFiles& operator=(const LogToFiles&) = delete;
@@ -81,7 +84,7 @@ template<class F> void inThreads(const F& work) {
 }
 
 void logOneThread(benchmark::State& state) {
-    const LogToFiles files;
+    const LogToFiles files{LogFile::Open};
     for([[maybe_unused]] auto _: state)
         for(int i = 0; i != LinesPerTurn; ++i)
             log(LogLevel::Info, Message.c_str());
@@ -101,8 +104,9 @@ void writeOneThread(benchmark::State& state) {
     close(direct);
 }
 
+/* To one file, as the other logger */
 void logFourThreads(benchmark::State& state) {
-    const LogToFiles files;
+    const LogToFiles files{LogFile::Closed};
     for([[maybe_unused]] auto _: state)
         inThreads([] { log(LogLevel::Info, Message.c_str()); });
 }

@@ -26,6 +26,10 @@ std::FILE*& results() {
     return file;
 }
 
+std::string fullName(const Row& row) {
+    return row.variant.empty() ? row.name : row.name + "/" + row.variant;
+}
+
 void registerBody(const std::string& name, const Body& body) {
     benchmark::RegisterBenchmark(name.c_str(), body)->UseRealTime()->Unit(benchmark::kNanosecond);
 }
@@ -33,8 +37,8 @@ void registerBody(const std::string& name, const Body& body) {
 }
 
 void addRow(Row row) {
-    registerBody(row.name, row.body);
-    registerBody(row.name + YardstickSuffix, row.yardstickBody);
+    registerBody(fullName(row), row.body);
+    registerBody(fullName(row) + YardstickSuffix, row.yardstickBody);
     rows().push_back(std::move(row));
 }
 
@@ -65,19 +69,33 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
     }
 }
 
-bool RatioReporter::printRatios() const {
-    bool good = !_failed;
+std::vector<RatioReporter::Result> RatioReporter::worstResults() const {
+    std::vector<Result> out;
     for(const Row& row: rows()) {
-        const auto own = _fastest.find(row.name);
-        const auto yardstick = _fastest.find(row.name + YardstickSuffix);
+        const auto own = _fastest.find(fullName(row));
+        const auto yardstick = _fastest.find(fullName(row) + YardstickSuffix);
         if(own == _fastest.end() || yardstick == _fastest.end())
             continue;
-        const double ratio = own->second / yardstick->second;
+        const Result result{&row, own->second, own->second / yardstick->second};
+        const auto other = std::find_if(
+            out.begin(), out.end(), [&row](const Result& i) { return i.row->name == row.name; });
+        if(other == out.end())
+            out.push_back(result);
+        else if(other->ratio < result.ratio)
+            *other = result;
+    }
+    return out;
+}
+
+bool RatioReporter::printRatios() const {
+    bool good = !_failed;
+    for(const Result& result: worstResults()) {
+        const Row& row = *result.row;
         std::fprintf(results(),
             "{\"name\": \"%s\", \"value\": %.6g, \"unit\": \"ns\", \"ratio_to\": \"%s\", "
             "\"ratio\": %.3f, \"most\": %.3g}\n",
-            row.name.c_str(), own->second, row.yardstick.c_str(), ratio, row.most);
-        good = good && ratio <= row.most;
+            row.name.c_str(), result.time, row.yardstick.c_str(), result.ratio, row.most);
+        good = good && result.ratio <= row.most;
     }
     std::fflush(results());
     return good;

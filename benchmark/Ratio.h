@@ -23,6 +23,8 @@ struct Row {
     Body body;
     /** Has to do the same amount of work per iteration as @ref body */
     Body yardstickBody;
+    /** Rows of the same name and different variants make one line, that of the worst ratio */
+    std::string variant = {};
 };
 
 /**

@@ -10,6 +10,8 @@
 
 namespace QuillmereBenchmark {
 
+struct Row;
+
 /** @brief Keeps the fastest time of each benchmark and prints the rows made of them */
 class RatioReporter: public benchmark::BenchmarkReporter {
 public:
@@ -23,6 +25,15 @@ public:
     bool printRatios() const;
 
 private:
+    struct Result {
+        const Row* row;
+        /* In nanoseconds */
+        double time;
+        double ratio;
+    };
+
+    std::vector<Result> worstResults() const;
+
     std::map<std::string, double> _fastest;
     bool _failed = false;
 };

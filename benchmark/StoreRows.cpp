@@ -5,8 +5,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include "LogLines.h"
 #include "Ratio.h"
 #include "common/StringArrayView.h"
+#include "plugins/console/lineTag.h"
 
 namespace QuillmereBenchmark {
 
@@ -14,25 +16,7 @@ using namespace QuillmereEngine;
 
 namespace {
 
-constexpr std::size_t LineSize = 100;
-
-std::string logLine(const std::size_t i) {
-    std::string line = "[2024-03-07 09:05:02.045][";
-    line += i % 10 == 9 ? "error" : i % 10 == 5 ? "warn" : "info";
-    line += "] Loaded asset number ";
-    line += std::to_string(i);
-    line.resize(LineSize, '.');
-    return line;
-}
-
-std::shared_ptr<const StringArray> store(const std::size_t lineCount) {
-    const auto out = std::make_shared<StringArray>();
-    for(std::size_t i = 0; i != lineCount; ++i)
-        out->append(logLine(i).c_str(), -1);
-    return out;
-}
-
-bool isNotError(const char* const line) { return std::memcmp(line + 25, "[error]", 7) != 0; }
+bool isNotError(const char* const line) { return !hasErrorTag(line); }
 
 /* Copies as many bytes as the other side produces, from the same place, into memory that's there */
 Body copyBytes(const std::shared_ptr<const StringArray>& lines, const std::size_t size) {
@@ -69,7 +53,7 @@ void addAppend() {
     constexpr std::size_t lineCount = 100000;
     addRow({"store/append", "std::string::append of the same bytes", 1.5,
         [](benchmark::State& state) {
-            const std::string line = logLine(0);
+            const std::string line(100, 'x');
             for([[maybe_unused]] auto _: state) {
                 StringArray lines;
                 for(std::size_t i = 0; i != lineCount; ++i)
@@ -78,7 +62,7 @@ void addAppend() {
             }
         },
         [](benchmark::State& state) {
-            const std::string line = logLine(0);
+            const std::string line(100, 'x');
             for([[maybe_unused]] auto _: state) {
                 std::string lines;
                 for(std::size_t i = 0; i != lineCount; ++i)
@@ -91,8 +75,8 @@ void addAppend() {
 }
 
 void addStoreRows() {
-    const std::shared_ptr<const StringArray> small = store(100000);
-    const std::shared_ptr<const StringArray> large = store(1000000);
+    const std::shared_ptr<const StringArray> small = logLines(100000);
+    const std::shared_ptr<const StringArray> large = logLines(1000000);
     addJoin("100k", small);
     addJoin("1M", large);
     addFilter("100k", small, 2.0);

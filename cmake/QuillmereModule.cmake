@@ -22,6 +22,7 @@ function(quillmere_add_module name)
     PREFIX ""
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
+    INSTALL_RPATH "$ORIGIN/../.."
     LINK_DEPENDS ${_quillmereModuleExports}
     LIBRARY_OUTPUT_DIRECTORY ${QUILLMERE_MODULE_DIR})
   configure_file(${CMAKE_CURRENT_SOURCE_DIR}/${name}.conf ${QUILLMERE_MODULE_DIR}/${name}.conf

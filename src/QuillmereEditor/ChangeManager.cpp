@@ -132,14 +132,10 @@ void ChangeManager::pushRemoval(Containers::Array<char>&& path) {
 
 int ChangeManager::mergeTarget(const Containers::StringView path) const {
     /* The first entry is never merged into and so not looked at either */
-    if(_lastChange < 1 || _changes[_lastChange].group != _group)
-        return -1;
-    for(int i = _lastChange;; --i) {
+    for(int i = _lastChange; i >= 1 && _changes[i].group == _group; --i)
         if(pathText(_changes[i].path) == path)
             return i;
-        if(i == 1 || _changes[i - 1].group != _group)
-            return -1;
-    }
+    return -1;
 }
 
 /* The target becomes the newest, so that it's undone first: its value is the one written last */

@@ -87,8 +87,15 @@ void EditorView::keyPressEvent(KeyEvent&) {}
 void EditorView::keyReleaseEvent(KeyEvent&) {}
 void EditorView::exitEvent(ExitEvent&) {}
 
-Editor& EditorView::editor() { return *_application->editor; }
+Editor& EditorView::editor() {
+    CORRADE_ASSERT(
+        _application, "EditorView::editor(): the view isn't initialized", *_application->editor);
+    return *_application->editor;
+}
 
-Ui& EditorView::ui() { return *_application->ui; }
+Ui& EditorView::ui() {
+    CORRADE_ASSERT(_application, "EditorView::ui(): the view isn't initialized", *_application->ui);
+    return *_application->ui;
+}
 
 }

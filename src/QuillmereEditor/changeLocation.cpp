@@ -75,8 +75,14 @@ const char* ChangeLocation::enter(const ProjectFile& project, const Token& token
         return nullptr;
     }
 
-    const char* const problem = problemOf(project, token);
+    /* RapidJSON notices only some overflows of an index, but nine digits are always right */
     const bool isInArray = _value && _value->IsArray() && token.index < _value->Size();
+    if(isInArray && token.length <= 9) {
+        _value = &(*_value)[token.index];
+        return nullptr;
+    }
+
+    const char* const problem = problemOf(project, token);
     if(!problem && !isInArray && token.index != rapidjson::kPointerInvalidIndex &&
         !isPaddingPossible(token.index))
         return "needs more memory than there is";

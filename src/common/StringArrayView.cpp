@@ -18,10 +18,10 @@ namespace {
 /* The one offset of every store without strings, so that an empty store needs no memory and a move
    can't fail. Not const only because arrays aren't; nobody writes to it, as growing an array
    copies it first. */
-std::size_t emptyOffset = 0;
+std::size_t _emptyOffset = 0;
 
 Containers::Array<std::size_t> emptyOffsets() noexcept {
-    return Containers::Array<std::size_t>{&emptyOffset, 1, [](std::size_t*, std::size_t) {}};
+    return Containers::Array<std::size_t>{&_emptyOffset, 1, [](std::size_t*, std::size_t) {}};
 }
 
 Containers::Array<std::size_t> copyOf(const Containers::ArrayView<const std::size_t> offsets) {
@@ -123,6 +123,8 @@ void StringArray::append(const char* const string, const int length) {
 void StringArray::clear() {
     StringArrayView::clear();
     _storage = {};
+    /* Blocks as large as this store was are hardly needed again soon */
+    trimReserve();
 }
 
 StringArray filter(const StringArrayView& lines, bool (*const keep)(const char*)) {
@@ -136,7 +138,9 @@ StringArray filter(const StringArrayView& lines, bool (*const keep)(const char*)
         lines.data().size() + StringArray::Padding, from);
     Containers::Array<std::size_t> kept = reserveArray<std::size_t>(offsets.size());
 
-    /* In locals, as the compiler can't know what a predicate changes */
+    /* Also a line that isn't kept is copied, the next one then lies over it: levels have no pattern,
+       and a branch that's foreseen wrongly takes longer. In locals, as the compiler can't know what a
+       predicate changes. */
     const std::size_t lineCount = lines.size();
     char* const to = storage.data();
     std::size_t* const keptOffsets = kept.data();
@@ -145,10 +149,11 @@ StringArray filter(const StringArrayView& lines, bool (*const keep)(const char*)
     for(std::size_t i = 0; i != lineCount; ++i) {
         const char* const line = from + offsets[i];
         const std::size_t size = lines.sizeOf(i);
-        if(!keep(line))
-            continue;
+        const bool isKept = keep(line);
         std::memcpy(to + end, line, size);
-        keptOffsets[++count] = end += size;
+        end += isKept ? size : 0;
+        count += isKept ? 1 : 0;
+        keptOffsets[count] = end;
     }
     if(!count)
         return out;

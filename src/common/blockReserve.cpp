@@ -44,6 +44,7 @@ class Reserve {
 public:
     Block* take(std::size_t size);
     void give(Block* block);
+    void trim();
     std::size_t count();
 
 private:
@@ -54,7 +55,7 @@ private:
     static constexpr std::size_t MaxWaste = 4;
     static constexpr std::size_t SmallBlock = 64 * 1024;
 
-    void freeOld();
+    void freeUnused(std::uint64_t maxAge);
     static bool fits(const Block& block, std::size_t size);
 
     std::mutex _mutex;
@@ -67,9 +68,9 @@ bool Reserve::fits(const Block& block, const std::size_t size) {
         (block.capacity <= SmallBlock || block.capacity / MaxWaste <= size);
 }
 
-void Reserve::freeOld() {
+void Reserve::freeUnused(const std::uint64_t maxAge) {
     for(Block*& block: _blocks)
-        if(block && _requests - block->returned > MaxAge) {
+        if(block && _requests - block->returned >= maxAge) {
             ::operator delete(block);
             block = nullptr;
         }
@@ -86,7 +87,7 @@ Block* Reserve::take(const std::size_t size) {
         Block* const taken = best ? *best : nullptr;
         if(best)
             *best = nullptr;
-        freeOld();
+        freeUnused(MaxAge);
         if(taken)
             return taken;
     }
@@ -110,6 +111,11 @@ void Reserve::give(Block* block) {
         std::swap(*slot, block);
     }
     ::operator delete(block);
+}
+
+void Reserve::trim() {
+    const std::lock_guard<std::mutex> lock{_mutex};
+    freeUnused(0);
 }
 
 std::size_t Reserve::count() {
@@ -139,6 +145,8 @@ Containers::Array<T> reserveArray(const std::size_t size, const void* const sour
 
 template Containers::Array<char> reserveArray<char>(std::size_t, const void*);
 template Containers::Array<std::size_t> reserveArray<std::size_t>(std::size_t, const void*);
+
+void trimReserve() { reserve().trim(); }
 
 std::size_t reservedBlockCount() { return reserve().count(); }
 

@@ -27,6 +27,9 @@ extern template Corrade::Containers::Array<char> reserveArray<char>(std::size_t,
 extern template Corrade::Containers::Array<std::size_t> reserveArray<std::size_t>(
     std::size_t, const void*);
 
+/** @brief Free all blocks that wait in the reserve. Any thread. */
+void trimReserve();
+
 /** @brief Blocks that wait in the reserve, for tests. Any thread. */
 std::size_t reservedBlockCount();
 

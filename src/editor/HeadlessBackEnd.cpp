@@ -84,7 +84,8 @@ HeadlessBackEnd::~HeadlessBackEnd() {
         eglDestroyContext(_display, _context);
     if(_surface != EGL_NO_SURFACE)
         eglDestroySurface(_display, _surface);
-    eglTerminate(_display);
+    /* The display isn't terminated: Mesa would unload its driver, and what the driver's variables
+       point to would be reported as lost memory. It goes with the process. */
     eglReleaseThread();
 }
 

@@ -91,9 +91,10 @@ void drawStatusBar(const Status& status) {
     ImGui::PushStyleVar(ImGuiStyleVar_WindowBorderSize, 0.0f);
     ImGui::PushStyleColor(ImGuiCol_WindowBg, ImGui::GetStyleColorVec4(ImGuiCol_MenuBarBg));
     const bool isShown = ImGui::Begin("##StatusBar", nullptr, BarFlags);
-    /* A panel that was moved over the bar must not hide it, only what pops up for a moment may */
+    /* A panel that was moved over the bar must not hide it, only what pops up for a moment may.
+       GetCurrentWindow() would read the library's variable in place and so copy it into here. */
     if(!ImGui::IsPopupOpen("", ImGuiPopupFlags_AnyPopupId | ImGuiPopupFlags_AnyPopupLevel))
-        ImGui::BringWindowToDisplayFront(ImGui::GetCurrentWindow());
+        ImGui::BringWindowToDisplayFront(ImGui::GetCurrentContext()->CurrentWindow);
     if(isShown)
         drawContent(status);
     ImGui::End();

@@ -15,7 +15,9 @@ public:
     /**
     @brief The server's output so far
     @return A store that lives as long as the source. Whoever touches it holds
-        @ref QuillmereEditorApplication::logMutex.
+        @ref QuillmereEditorApplication::logMutex. Its lines begin with time and level as those of
+        the log do, by which the console filters them, and at least @ref StringArray::Padding bytes
+        behind the last one are readable.
     */
     virtual StringArrayView& serverLines() = 0;
 };
@@ -26,7 +28,7 @@ struct Editor {
     Corrade::Containers::Pointer<ServerSource> serverSource;
 
     /** Output of the JavaScript engine, never null while a console panel is drawn. Guarded by
-        @ref QuillmereEditorApplication::logMutex. */
+        @ref QuillmereEditorApplication::logMutex. Its lines begin as those of the log do. */
     Corrade::Containers::Pointer<StringArray> javaScriptLines;
 };
 

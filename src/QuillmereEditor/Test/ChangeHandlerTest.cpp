@@ -247,16 +247,25 @@ TEST_F(ChangeHandlerTest, WhileUndoingTheChangeStillCountsAsApplied) {
 }
 
 TEST_F(ChangeHandlerTest, SavingWhileUndoingMarksTheUndoneState) {
+    push("/a", "1");
+    push("/b", "2");
+    once("b", [this] { manager.markSave(); });
+    manager.undoLast();
+    EXPECT_EQ(document(), R"({"a":1})");
+    EXPECT_FALSE(manager.hasUnsavedChanges());
+    manager.redoLastUndo();
+    EXPECT_TRUE(manager.hasUnsavedChanges());
+}
+
+TEST_F(ChangeHandlerTest, SavingWhileUndoingAGroupDoesNotEndIt) {
     manager.beginGroup();
     push("/a", "1");
     push("/b", "2");
     manager.commit();
     once("b", [this] { manager.markSave(); });
     manager.undoLast();
-    EXPECT_EQ(document(), "{}") << "the group was undone to its end";
+    EXPECT_EQ(document(), "{}");
     EXPECT_TRUE(manager.hasUnsavedChanges());
-    push("/a", "1");
-    EXPECT_TRUE(manager.hasUnsavedChanges()) << "the marked state was overwritten";
 }
 
 TEST_F(ChangeHandlerTest, UndoWhileUndoingGoesOneFurther) {
@@ -345,8 +354,9 @@ TEST_F(ChangeHandlerTest, CommitEndsWhereAHandlerUndid) {
     push("/a", "1");
     push("/b", "2");
     once("b", [this] { manager.undoLast(); });
+    listen("a");
     manager.commit();
-    EXPECT_EQ(calls, Calls{"b after: Create /b: () -> 2"});
+    EXPECT_EQ(calls, (Calls{"a: Remove /a: 1 -> ()", "b after: Create /b: () -> 2"}));
     EXPECT_EQ(document(), "{}");
 }
 

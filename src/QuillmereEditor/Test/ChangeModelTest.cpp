@@ -4,26 +4,18 @@
 #include <gtest/gtest.h>
 
 #include "QuillmereEditor/Test/ChangeComparison.h"
+#include "testing/sanitizer.h"
 
 namespace QuillmereEngine { namespace Test {
 
 namespace {
 
 /* Sanitizers make each step ten to twenty times as long */
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr std::size_t DefaultOperationCount = 30000;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr std::size_t DefaultOperationCount = 30000;
-#else
-constexpr std::size_t DefaultOperationCount = 300000;
-#endif
-#else
-constexpr std::size_t DefaultOperationCount = 300000;
-#endif
+constexpr std::size_t DefaultOperationCount = Testing::IsSanitized ? 30000 : 300000;
 
 constexpr std::size_t SequenceLength = 120;
 
+/* QUILLMERE_MODEL_OPERATIONS asks for another number, for a long run */
 std::size_t operationCount() {
     const char* const wanted = std::getenv("QUILLMERE_MODEL_OPERATIONS");
     return wanted ? std::strtoull(wanted, nullptr, 10) : DefaultOperationCount;

@@ -1,6 +1,10 @@
 #include "QuillmereEditor/documentEdit.h"
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include "QuillmereEditor/Test/changeFixture.h"
+#include "testing/sanitizer.h"
 
 namespace QuillmereEngine { namespace Test {
 
@@ -218,6 +222,20 @@ TEST_F(DocumentEditTest, UnusablePathsAreRefused) {
     EXPECT_EQ(manager.changeCount(), 1u);
     EXPECT_STREQ(manager.lastChange().path.data(), "/s");
     EXPECT_TRUE(calls.empty());
+}
+
+/* Padding used to write to where RapidJSON's pool had no memory */
+TEST_F(DocumentEditTest, PaddingWithoutMemoryIsRefused) {
+    if(Testing::IsSanitized)
+        GTEST_SKIP() << "The sanitizer itself needs more address space than there is here";
+    const auto pushInAGigabyte = [this] {
+        rlimit limit{rlim_t{1} << 30, RLIM_INFINITY};
+        setrlimit(RLIMIT_AS, &limit);
+        push("/list/2147483647", "1");
+        _exit(manager.changeCount() == 0 && document() == "{}" ? 0 : 1);
+    };
+    EXPECT_EXIT(pushInAGigabyte(), testing::ExitedWithCode(0),
+        "^ChangeManager::pushChange\\(\\): /list/2147483647 needs more memory than there is\n$");
 }
 
 /* A pruned object with such a member can't be told from an array any more. Undo stops there instead

@@ -271,6 +271,12 @@ TEST_F(EditorViewDeathTest, InitWithANullPointerNamesTheFirstOfThem) {
         "^EditorView::init\\(\\): QuillmereEditor was nullptr\n$");
 }
 
+TEST_F(EditorViewDeathTest, ViewThatIsNotInitializedHasNoEditorAndNoUi) {
+    TestView view{manager, "TestView"};
+    EXPECT_DEATH(view.editor(), "^EditorView::editor\\(\\): the view isn't initialized\n$");
+    EXPECT_DEATH(view.ui(), "^EditorView::ui\\(\\): the view isn't initialized\n$");
+}
+
 TEST_F(EditorViewDeathTest, MissingEditorAborts) {
     TestView view{manager, "TestView"};
     view.init(context, &data, &application);

@@ -12,8 +12,8 @@
 
 namespace QuillmereEngine { namespace {
 
-using Testing::DrawnQuad;
 using Testing::drawnRectangles;
+using Testing::DrawnQuad;
 using Testing::HeadlessFrame;
 using Testing::InputDriver;
 

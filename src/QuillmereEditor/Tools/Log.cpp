@@ -3,8 +3,8 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 #include <string>
 
@@ -37,38 +37,31 @@ std::tm localTime(const std::time_t time) {
     return out;
 }
 
+/* Without a destructor, as lines are also logged by handlers that run at the process's exit, behind
+   the destructors of this thread */
+struct SecondPrefix {
+    std::time_t second;
+    std::size_t size;
+    /* Enough for the year that comes of the greatest int, with its sign */
+    char text[32];
+};
+
 /* Kept until the second is over: asking for the time zone each time would cost more than all the
    rest of a line */
-const std::string& presentSecondPrefix() {
-    thread_local std::time_t second = 0;
-    thread_local std::string prefix;
+Containers::StringView presentSecondPrefix() {
+    thread_local SecondPrefix prefix{};
     const std::time_t now = std::time(nullptr);
-    if(prefix.empty() || now != second) {
-        prefix = logSecondPrefix(localTime(now));
-        second = now;
+    if(!prefix.size || now != prefix.second) {
+        const std::string text = logSecondPrefix(localTime(now));
+        prefix.size = text.copy(prefix.text, sizeof(prefix.text));
+        prefix.second = now;
     }
-    return prefix;
+    return {prefix.text, prefix.size};
 }
 
-int presentMilliseconds() {
+std::int64_t presentMicroseconds() {
     using namespace std::chrono;
-    const auto sinceEpoch = system_clock::now().time_since_epoch();
-    return int(duration_cast<microseconds>(sinceEpoch).count() % 1000000 / 1000);
-}
-
-std::string formatLine(const LogLevel level, const char* const message) {
-    const std::string& prefix = presentSecondPrefix();
-    const int milliseconds = presentMilliseconds();
-    const char digits[]{char('0' + milliseconds / 100), char('0' + milliseconds / 10 % 10),
-        char('0' + milliseconds % 10), ']', '['};
-    const char* const name = LevelNames[int(level)];
-    const std::size_t messageSize = std::strlen(message);
-
-    std::string line;
-    line.reserve(prefix.size() + sizeof(digits) + std::strlen(name) + messageSize + 3);
-    line.append(prefix).append(digits, sizeof(digits)).append(name).append("] ");
-    line.append(message, messageSize).push_back('\n');
-    return line;
+    return duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
 }
 
 /* Each stream gets the line in one piece, also one that doesn't fit into its buffer, as its lock is
@@ -116,6 +109,21 @@ std::string logSecondPrefix(const std::tm& time) {
     /* The year may not fit into an int any more */
     return Utility::formatString("[{}-{:.2}-{:.2} {:.2}:{:.2}:{:.2}.", time.tm_year + 1900ll,
         time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec);
+}
+
+std::string logLine(const Containers::StringView secondPrefix, const std::int64_t microseconds,
+    const Containers::StringView levelName, const Containers::StringView message) {
+    const std::int64_t inSecond = (microseconds % 1000000 + 1000000) % 1000000;
+    const int milliseconds = int(inSecond / 1000);
+    const char digits[]{char('0' + milliseconds / 100), char('0' + milliseconds / 10 % 10),
+        char('0' + milliseconds % 10), ']', '['};
+
+    std::string line;
+    line.reserve(secondPrefix.size() + sizeof(digits) + levelName.size() + message.size() + 3);
+    line.append(secondPrefix.data(), secondPrefix.size()).append(digits, sizeof(digits));
+    line.append(levelName.data(), levelName.size()).append("] ");
+    line.append(message.data(), message.size()).push_back('\n');
+    return line;
 }
 
 std::string logFileName(const char* const dir, const std::tm& time) {
@@ -168,7 +176,8 @@ void log(LogLevel level, const char* const message) {
     if(level < LogLevel::Verbose || level > LogLevel::Error)
         level = LogLevel::Error;
 
-    std::string line = formatLine(level, message ? message : "");
+    std::string line = logLine(presentSecondPrefix(), presentMicroseconds(), LevelNames[int(level)],
+        message ? message : "");
     write(line, level <= LogLevel::Info ? stdout : stderr);
     if(const auto [callback, userData] = getLogCallback(); callback) {
         line.pop_back();

@@ -1,8 +1,11 @@
 #ifndef Quillmere_QuillmereEditor_Tools_logLine_h
 #define Quillmere_QuillmereEditor_Tools_logLine_h
 
+#include <cstdint>
 #include <ctime>
 #include <string>
+
+#include <Corrade/Containers/StringView.h>
 
 /**
 @brief A second's local time as a line of the log begins with it
@@ -10,6 +13,15 @@
     digits, other years have as many as they need.
 */
 std::string logSecondPrefix(const std::tm& time);
+
+/**
+@brief A line of the log, with a newline at its end
+@param secondPrefix As @ref logSecondPrefix() gives it
+@param microseconds Time since the epoch, also a negative one. Only its milliseconds within their
+    second are written, three digits.
+*/
+std::string logLine(Corrade::Containers::StringView secondPrefix, std::int64_t microseconds,
+    Corrade::Containers::StringView levelName, Corrade::Containers::StringView message);
 
 /** @brief Path of a log file that is opened at a given local time */
 std::string logFileName(const char* dir, const std::tm& time);

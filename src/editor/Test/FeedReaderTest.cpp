@@ -1,5 +1,6 @@
 #include "editor/FeedReader.h"
 
+#include <atomic>
 #include <chrono>
 #include <fcntl.h>
 #include <mutex>
@@ -64,7 +65,7 @@ struct FeedReaderTest: ::testing::Test {
     Testing::TemporaryFolder folder;
     std::mutex mutex;
     std::vector<std::string> lines;
-    bool hasChanged = false;
+    std::atomic<bool> hasChanged{false};
 };
 
 TEST_F(FeedReaderTest, RegularFileIsReadToItsEnd) {
@@ -72,16 +73,17 @@ TEST_F(FeedReaderTest, RegularFileIsReadToItsEnd) {
         folder.write("a.log", "warn x\r\nerror\n\ny"));
     ASSERT_TRUE(source);
     EXPECT_TRUE(source->isRegularFile());
-    FeedReader reader{std::move(*source), [this] { hasChanged = true; }};
-    waitUntilFinished(reader);
+    {
+        FeedReader reader{std::move(*source), [this] { hasChanged = true; }};
+        waitUntilFinished(reader);
+        const FeedProgress progress = reader.progress();
+        EXPECT_EQ(progress.name, "a.log");
+        EXPECT_EQ(progress.bytes, 16u);
+        EXPECT_EQ(progress.size, 16u);
+        EXPECT_TRUE(progress.isFinished);
+    }
     EXPECT_TRUE(hasChanged);
     EXPECT_THAT(lines, ElementsAre("[warn] warn x", "[error] error", "[info] ", "[info] y"));
-
-    const FeedProgress progress = reader.progress();
-    EXPECT_EQ(progress.name, "a.log");
-    EXPECT_EQ(progress.bytes, 16u);
-    EXPECT_EQ(progress.size, 16u);
-    EXPECT_TRUE(progress.isFinished);
 }
 
 TEST_F(FeedReaderTest, PipeIsFollowedUntilItsWriterIsDone) {

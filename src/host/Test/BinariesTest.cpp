@@ -47,11 +47,12 @@ std::vector<std::string> split(const char* const list) {
 }
 
 /* Inline functions of ImGui's headers that the compiler didn't inline are weak; they work on the
-   one context all the same */
+   one context all the same. GImGui itself isn't asked for: where a program refers to it the linker
+   lets the program hold the one variable that the library and everybody else then uses, too. */
 std::vector<std::string> ownImGuiSymbols(const std::string& file) {
     std::vector<std::string> out;
     for(const Symbol& symbol: definedSymbols("-C", file))
-        if((symbol.name.rfind("ImGui::", 0) == 0 && symbol.type != 'W') || symbol.name == "GImGui")
+        if(symbol.name.rfind("ImGui::", 0) == 0 && symbol.type != 'W')
             out.push_back(symbol.name);
     return out;
 }

@@ -1,6 +1,7 @@
 #include "plugins/console/ConsoleTextEx.h"
 
 #include <algorithm>
+#include <limits>
 
 #include <imgui.h>
 #include <imgui_internal.h>
@@ -11,8 +12,9 @@ using namespace QuillmereEngine;
 
 namespace {
 
-/* Dear ImGui's vectors grow by half and count in int, so they overflow above 1.4 billion */
-constexpr int MaxTextSize = 1 << 30;
+/* Dear ImGui counts in int what a copy of the text takes as UTF-8: up to three bytes for each that
+   was malformed */
+constexpr int MaxTextSize = std::numeric_limits<int>::max() / 3 - 1;
 
 ImVec2 resolveSize(const ImVec2& requested) {
     const float defaultHeight = ImGui::GetFontSize() * 8.0f +

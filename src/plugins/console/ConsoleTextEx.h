@@ -15,7 +15,7 @@ struct ImVec2;
     caller's filter, joined by newlines. Rows, cursor, selection and copies are about it. Not
     retained.
 @param textSize         Size of @p text in bytes, with or without its NUL. A negative size counts as
-    zero. Only the first 2^30 bytes are looked at.
+    zero. Only the first 700 MB are looked at.
 @param showInfo         Draw the lines that carry neither `[error]` nor `[warn]`
 @param showWarnings     Draw the lines that carry `[warn]`
 @param showErrors       Draw the lines that carry `[error]`
@@ -33,6 +33,8 @@ then is dimmed, until another text input takes the state over.
 
 Lines and rows of the text match only while both are filtered by the same rule and no line holds a
 newline. Glyphs aren't moved by the horizontal offset that follows the cursor, the selection is.
+
+UI thread, between `Begin()` and `End()` of a window. The caller holds the lock that guards @p lines.
 
 The work in a frame follows the size of the text: one pass that counts its rows, or while there is
 a selection or a cursor one that converts it. Lines outside of the frame cost next to nothing while

@@ -29,8 +29,28 @@ using Testing::readFile;
 using Testing::ScriptedPrograms;
 namespace Files = std::filesystem;
 
+/* Polls: what other processes do can't be waited for otherwise. False means that it never came. */
+template<class F> bool comes(const F& condition) {
+    for(int i = 0; i != 6000; ++i) {
+        if(condition())
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds{10});
+    }
+    return false;
+}
+
+/* A zombie counts, too */
+bool hasChildren() {
+    siginfo_t info{};
+    return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
 struct DialogsTest: ::testing::Test {
-    ~DialogsTest() { setDialogAnswer(nullptr, nullptr); }
+    ~DialogsTest() {
+        setDialogAnswer(nullptr, nullptr);
+        /* Notifications' helpers, which the programs have to outlive */
+        EXPECT_TRUE(comes([] { return !hasChildren(); }));
+    }
 
     void helperDoes(const std::string& script) const {
         programs.addNoting("zenity", script);
@@ -54,16 +74,6 @@ std::vector<std::string> standard(const Containers::Array<std::string>& array) {
 std::vector<std::string> openFiles(const std::string& title, const std::string& defaultPath,
     const std::initializer_list<std::string> filters, const bool single) {
     return standard(openFileDialog(title, defaultPath, filters, single));
-}
-
-/* Polls: what other processes do can't be waited for otherwise. False means that it never came. */
-template<class F> bool comes(const F& condition) {
-    for(int i = 0; i != 6000; ++i) {
-        if(condition())
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds{10});
-    }
-    return false;
 }
 
 TEST_F(DialogsTest, FolderDialogGivesTheFolder) {
@@ -143,6 +153,8 @@ TEST_F(DialogsTest, NoShellSeesTheUsersText) {
     EXPECT_THAT(openFiles(nasty, nasty, {nasty, "*.x"}, true), ElementsAre("/x"));
     EXPECT_THAT(arguments(), Contains(HasSubstr(nasty)));
     notification(nasty, nasty, NotificationIcon::Info);
+    EXPECT_TRUE(comes([] { return !hasChildren(); }));
+    EXPECT_THAT(arguments(), Contains("--notification"));
     EXPECT_FALSE(Files::exists(programs.folder().file("touched")));
 }
 
@@ -233,12 +245,6 @@ TEST_F(DialogsTest, EveryIconIsANotification) {
         EXPECT_THAT(all, Not(Contains(arguments())));
         all.push_back(arguments());
     }
-}
-
-/* A zombie counts, too */
-bool hasChildren() {
-    siginfo_t info{};
-    return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
 TEST_F(DialogsTest, NotificationIsNotWaitedForAndLeavesNoZombie) {

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "common/StringArrayView.h"
 #include "testing/TemporaryFolder.h"
 
 /* What the log does when the process ends, in child processes */
@@ -124,6 +125,48 @@ TEST(LogCrashTest, NormalExitClosesTheFile) {
     });
     EXPECT_EQ(WEXITSTATUS(ended.status), 0);
     EXPECT_EQ(readFile(folder.onlyFile()), ended.output);
+}
+
+void logGoodbye() { log(LogLevel::Info, "goodbye"); }
+
+/* Handlers that were registered before the first line run after the thread's own data went */
+TEST(LogCrashTest, ExitHandlersMayLog) {
+    const Ended ended = childRuns([] {
+        std::atexit(logGoodbye);
+        log(LogLevel::Info, "hello");
+    });
+    EXPECT_EQ(WEXITSTATUS(ended.status), 0);
+    const std::vector<std::string> lines = linesOf(ended.output);
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines[1].substr(25), "[info] goodbye");
+}
+
+TEST(LogCrashTest, FailedAssertionEndsWithTheStatusOfAnAbort) {
+    const TemporaryFolder folder;
+    const Ended ended = childRuns([&] {
+        dup2(STDOUT_FILENO, STDERR_FILENO);
+        setLogDir(folder.path().c_str());
+        log(LogLevel::Info, "last words");
+        StringArrayView{}.get(0);
+    });
+    ASSERT_TRUE(WIFEXITED(ended.status));
+    EXPECT_EQ(WEXITSTATUS(ended.status), SIGABRT);
+    const std::vector<std::string> lines = linesOf(ended.output);
+    ASSERT_EQ(lines.size(), 3);
+    EXPECT_EQ(lines[1], "StringArrayView::get(): invalid index 0 for size 0");
+    EXPECT_EQ(lines[2], "Aborted - flushing log");
+    EXPECT_EQ(readFile(folder.onlyFile()), lines[0] + "\n");
+}
+
+TEST(LogCrashTest, SecondFolderLeavesTheFirstFileUnflushed) {
+    const TemporaryFolder folder, other;
+    childRuns([&] {
+        setLogDir(folder.path().c_str());
+        log(LogLevel::Info, "in the stream's buffer");
+        setLogDir(other.path().c_str());
+        _exit(0);
+    });
+    EXPECT_THAT(readFile(folder.onlyFile()), IsEmpty());
 }
 
 TEST(LogCrashTest, FileIsNotFlushedWithEachLine) {

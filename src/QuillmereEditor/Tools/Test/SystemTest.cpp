@@ -1,9 +1,9 @@
 #include "QuillmereEditor/Tools/System.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <sys/resource.h>
@@ -436,13 +436,14 @@ TEST_F(CopyRecursiveTest, PipeFails) {
 }
 
 TEST(GenerateUuidTest, IsRandomOfVersionFour) {
-    const std::regex shape{"[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}"};
     std::set<std::string> all;
     std::string seen;
     for(int i = 0; i != 1000; ++i) {
         const std::string uuid = generateUUID();
         EXPECT_EQ(uuid.size(), 36);
-        EXPECT_TRUE(std::regex_match(uuid, shape)) << uuid;
+        EXPECT_THAT(uuid,
+            ::testing::MatchesRegex(
+                "[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}"));
         all.insert(uuid);
         seen += uuid;
     }

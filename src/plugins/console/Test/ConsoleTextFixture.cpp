@@ -33,8 +33,8 @@ void ConsoleTextFixture::draw() {
     id = ImGui::GetID(label);
     if(isLogged)
         ImGui::LogToBuffer();
-    result = ConsoleTextEx(label, lines, text.c_str(), int(text.size()) + 1, levels.info,
-        levels.warnings, levels.errors, filtersChanged, scrollToBottom, size, flags);
+    result = ConsoleTextEx(label, lines, text.c_str(), int(text.size()) + (sizeCountsNul ? 1 : 0),
+        levels.info, levels.warnings, levels.errors, filtersChanged, scrollToBottom, size, flags);
     if(isLogged) {
         logged = frame.context()->LogBuffer.c_str();
         ImGui::LogFinish();

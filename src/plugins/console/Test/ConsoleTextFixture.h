@@ -65,6 +65,8 @@ protected:
     /** What's passed as text; by default all lines joined */
     std::string text;
     bool textFollowsLines = true;
+    /** Whether the size that's passed counts the text's NUL */
+    bool sizeCountsNul = true;
     ShownLevels levels{true, true, true};
     bool filtersChanged = false;
     bool scrollToBottom = false;

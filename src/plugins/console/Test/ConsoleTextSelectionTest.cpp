@@ -384,4 +384,23 @@ TEST_F(ConsoleTextSelectionTest, ReactivationResumesSelection) {
     EXPECT_EQ(textEdit().cursor, 3);
 }
 
+/* The first conversion has room for one character less than the one in every frame */
+TEST_F(ConsoleTextSelectionTest, ReactivationLosesLastCharacterWithoutNulInSize) {
+    sizeCountsNul = false;
+    append("text");
+    activate();
+    input.type(ImGuiKey_A, ImGuiKeyModFlags_Ctrl);
+    EXPECT_EQ(textEdit().select_end, 4);
+    input.type(ImGuiKey_Escape);
+    EXPECT_EQ(textEdit().select_end, 4);
+    input.moveTo(buttonPosition);
+    frame.io().ConfigFlags |= ImGuiConfigFlags_NavEnableKeyboard;
+    ImGui::SetNavID(id, ImGuiNavLayer_Main, 0, ImRect{});
+    frame.context()->NavDisableHighlight = false;
+    input.type(ImGuiKey_Enter);
+    ASSERT_TRUE(isActive());
+    EXPECT_EQ(textEdit().select_end, 3);
+    EXPECT_EQ(state().CurLenW, 4);
+}
+
 }

@@ -89,8 +89,8 @@ class OrderCheck {
 public:
     void add(const char* const line) {
         int thread = -1, i = -1;
-        if(std::sscanf(line + 25, "[%*[a-z]] thread %d line %d", &thread, &i) != 2 ||
-            thread < 0 || thread >= ThreadCount || i != _next[thread] ||
+        if(std::sscanf(line + 25, "[%*[a-z]] thread %d line %d", &thread, &i) != 2 || thread < 0 ||
+            thread >= ThreadCount || i != _next[thread] ||
             std::string{line}.substr(std::string{line}.find(']', 25) + 2) != message(thread, i)) {
             if(++_wrong < 5)
                 ADD_FAILURE() << "unexpected line: " << line;
