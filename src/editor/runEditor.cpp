@@ -16,8 +16,8 @@
 #include "editor/CommandLine.h"
 #include "editor/EditorHost.h"
 #include "editor/Style.h"
-#include "editor/checkProject.h"
 #include "editor/files.h"
+#include "host/ProjectFile.h"
 
 using namespace Corrade;
 
@@ -55,6 +55,14 @@ bool readReplay(const CommandLine& line, HostOptions& options) {
     return bool(events);
 }
 
+bool loadProject(const CommandLine& line, HostOptions& options) {
+    options.projectFile = line.project;
+    if(line.project.empty())
+        return true;
+    options.project = Containers::pointer<ProjectFile>();
+    return options.project->load(line.project);
+}
+
 bool findModules(const CommandLine& line, HostOptions& options) {
     options.modules = line.modules.empty() ? defaultModuleFolder() : line.modules;
     std::error_code error;
@@ -69,11 +77,10 @@ bool findModules(const CommandLine& line, HostOptions& options) {
 /* All that may be wrong is looked at before anything opens */
 std::optional<HostOptions> checkInput(const CommandLine& line) {
     HostOptions options;
-    options.project = line.project;
     options.screenshot = line.screenshot;
     options.frames = line.frames;
-    if(!checkSupported(line) || (!line.project.empty() && !checkProject(line.project)) ||
-        !readReplay(line, options) || !findModules(line, options))
+    if(!checkSupported(line) || !loadProject(line, options) || !readReplay(line, options) ||
+        !findModules(line, options))
         return {};
     return options;
 }
