@@ -1,0 +1,53 @@
+#include "QuillmereEditor/Tools/System.h"
+
+#include <cstdlib>
+#include <unistd.h>
+
+#include <Corrade/Utility/Assert.h>
+#include <Corrade/Utility/Directory.h>
+
+#include "QuillmereEditor/Tools/systemPlatform.h"
+
+namespace QuillmereEngine {
+
+using namespace Corrade;
+
+namespace {
+
+/* As the XDG base directory specification has it: a relative path is as good as none */
+std::string userDataDirectory() {
+    const char* const directory = std::getenv("XDG_DATA_HOME");
+    if(directory && directory[0] == '/')
+        return directory;
+    return Utility::Directory::join({Utility::Directory::home(), ".local", "share"});
+}
+
+}
+
+const char* openCommand() { return "xdg-open"; }
+
+std::string appDirectory() {
+    return Utility::Directory::fromNativeSeparators(
+        Utility::Directory::join(userDataDirectory(), "QuillmereEngine"));
+}
+
+std::string generateUUID() {
+    unsigned char bytes[16];
+    CORRADE_ASSERT(getentropy(bytes, sizeof(bytes)) == 0,
+        "generateUUID(): the system has no random bytes", {});
+    /* Version 4, made of random bits, in the variant of RFC 4122 */
+    bytes[6] = (bytes[6] & 0x0f) | 0x40;
+    bytes[8] = (bytes[8] & 0x3f) | 0x80;
+
+    constexpr const char* digits = "0123456789ABCDEF";
+    std::string out;
+    for(std::size_t i = 0; i != sizeof(bytes); ++i) {
+        if(i == 4 || i == 6 || i == 8 || i == 10)
+            out += '-';
+        out += digits[bytes[i] >> 4];
+        out += digits[bytes[i] & 0x0f];
+    }
+    return out;
+}
+
+}
