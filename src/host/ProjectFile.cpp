@@ -1,6 +1,7 @@
 #include "host/ProjectFile.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <utility>
 
@@ -20,23 +21,28 @@ namespace QuillmereEngine {
 
 namespace {
 
-using Token = rapidjson::Pointer::Token;
+/* Paths that are longer are parsed on the heap, which takes as long as all the rest */
+constexpr std::size_t UsualPathSize = 512;
 
-bool isEqual(const Token& a, const Token& b) {
+/* Of parsed paths, whatever their allocator is */
+template<class A, class B> bool isEqual(const A& a, const B& b) {
     return a.length == b.length && std::memcmp(a.name, b.name, a.length) == 0;
 }
 
-bool isWildcard(const Token& token) { return token.length == 1 && token.name[0] == '*'; }
-
-bool isSame(const rapidjson::Pointer& a, const rapidjson::Pointer& b) {
-    return std::equal(a.GetTokens(), a.GetTokens() + a.GetTokenCount(), b.GetTokens(),
-        b.GetTokens() + b.GetTokenCount(), isEqual);
+bool isWildcard(const rapidjson::Pointer::Token& token) {
+    return token.length == 1 && token.name[0] == '*';
 }
 
-bool matches(const rapidjson::Pointer& pattern, const rapidjson::Pointer& path) {
+template<class A, class B> bool isSame(const A& a, const B& b) {
+    return std::equal(a.GetTokens(), a.GetTokens() + a.GetTokenCount(), b.GetTokens(),
+        b.GetTokens() + b.GetTokenCount(),
+        [](const auto& i, const auto& j) { return isEqual(i, j); });
+}
+
+template<class Path> bool matches(const rapidjson::Pointer& pattern, const Path& path) {
     return std::equal(pattern.GetTokens(), pattern.GetTokens() + pattern.GetTokenCount(),
         path.GetTokens(), path.GetTokens() + path.GetTokenCount(),
-        [](const Token& a, const Token& b) { return isWildcard(a) || isEqual(a, b); });
+        [](const auto& i, const auto& j) { return isWildcard(i) || isEqual(i, j); });
 }
 
 }
@@ -50,11 +56,12 @@ rapidjson::MemoryPoolAllocator<>& ProjectFile::allocator() { return document->Ge
 rapidjson::Value* ProjectFile::getValue(const char* const path, const bool strict) const {
     CORRADE_ASSERT(path, "ProjectFile::getValue(): path was nullptr", {});
 
-    const rapidjson::Document& root = *document;
-    const rapidjson::Pointer pointer{path};
+    alignas(std::max_align_t) char buffer[UsualPathSize];
+    rapidjson::MemoryPoolAllocator<> pool{buffer, sizeof(buffer)};
+    const Path pointer(path, &pool);
     if(pointer.IsValid()) {
         /* Const is the project, not what it holds: the document is a public member */
-        if(const rapidjson::Value* const value = pointer.Get(root))
+        if(const rapidjson::Value* const value = find(pointer))
             return const_cast<rapidjson::Value*>(value);
         if(const Default* const found = findDefault(pointer))
             return const_cast<rapidjson::Value*>(&found->value);
@@ -62,7 +69,22 @@ rapidjson::Value* ProjectFile::getValue(const char* const path, const bool stric
     return strict ? nullptr : &_absent;
 }
 
-const ProjectFile::Default* ProjectFile::findDefault(const rapidjson::Pointer& path) const {
+/* As RapidJSON's pointers look themselves up, but for the index of members */
+const rapidjson::Value* ProjectFile::find(const Path& path) const {
+    const rapidjson::Value* value = &*document;
+    for(std::size_t i = 0; i != path.GetTokenCount() && value; ++i) {
+        const Path::Token& token = path.GetTokens()[i];
+        if(value->IsObject())
+            value = _memberIndex.find(*value, {token.name, token.length});
+        else if(value->IsArray() && token.index < value->Size())
+            value = &(*value)[token.index];
+        else
+            value = nullptr;
+    }
+    return value;
+}
+
+const ProjectFile::Default* ProjectFile::findDefault(const Path& path) const {
     const Default* found = nullptr;
     for(const Default& candidate: _defaults) {
         if(isSame(candidate.pattern, path))
@@ -108,6 +130,16 @@ ValueAccess ProjectFile::operator[](const char* const typeName) const {
     return ValueAccess{*document}[typeName];
 }
 
+ValueAccess ProjectFile::resource(const char* const typeName, const char* const key) const {
+    const rapidjson::Value& root = *document;
+    if(!root.IsObject())
+        return ValueAccess{nullptr};
+    const rapidjson::Value* const resources = _memberIndex.find(root, typeName);
+    if(!resources || !resources->IsObject())
+        return ValueAccess{nullptr};
+    return ValueAccess{_memberIndex.find(*resources, key)};
+}
+
 bool ProjectFile::load(const std::string& file) {
     std::string text, reason;
     if(!readWholeFile(file, text, reason)) {
@@ -130,6 +162,7 @@ bool ProjectFile::load(const std::string& file) {
         Utility::Warning{} << "ProjectFile::load():" << file << "has more than one member"
                            << duplicate << Utility::Debug::nospace << ", the first one counts";
     document = std::move(loaded);
+    _memberIndex.clear();
     return true;
 }
 

@@ -8,6 +8,8 @@
 #include <rapidjson/document.h>
 #include <rapidjson/pointer.h>
 
+#include "host/MemberIndex.h"
+
 namespace QuillmereEngine {
 
 class ValueAccess;
@@ -36,7 +38,7 @@ public:
     @return The document's value, else the default for the path. Belongs to the project; one of the
         document's is valid until the document changes.
 
-    Expects that there's a document.
+    Fast also in objects of many members, see @ref MemberIndex. Expects that there's a document.
     */
     rapidjson::Value* getValue(const char* path, bool strict) const;
 
@@ -64,6 +66,9 @@ public:
 
     /** @brief All resources of a type, see @ref ValueAccess. Defaults aren't looked at. */
     ValueAccess operator[](const char* typeName) const;
+
+    /** @brief One resource by its type and key, as the operator finds it but fast among many */
+    ValueAccess resource(const char* typeName, const char* key) const;
 
     /**
     @brief Load a file
@@ -97,12 +102,16 @@ private:
         rapidjson::Value value;
     };
 
-    const Default* findDefault(const rapidjson::Pointer& path) const;
+    using Path = rapidjson::GenericPointer<rapidjson::Value, rapidjson::MemoryPoolAllocator<>>;
+
+    const rapidjson::Value* find(const Path& path) const;
+    const Default* findDefault(const Path& path) const;
 
     /* The values of the defaults live as long as the project, unlike the document's pool */
     rapidjson::MemoryPoolAllocator<> _defaultAllocator;
     std::vector<Default> _defaults;
     mutable rapidjson::Value _absent;
+    mutable MemberIndex _memberIndex;
 };
 
 }

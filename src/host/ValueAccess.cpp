@@ -28,4 +28,11 @@ const char* ValueAccess::key(const std::size_t index) const {
     return _value->MemberBegin()[rapidjson::SizeType(index)].name.GetString();
 }
 
+ValueAccess ValueAccess::at(const std::size_t index) const {
+    CORRADE_ASSERT(index < size(),
+        "ValueAccess::at(): expected an index below" << size() << "but got" << index,
+        ValueAccess{nullptr});
+    return ValueAccess{_value->MemberBegin()[rapidjson::SizeType(index)].value};
+}
+
 }

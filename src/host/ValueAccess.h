@@ -90,6 +90,9 @@ public:
     /** @brief Key of the member @p index. Expects that it's less than @ref size(). */
     const char* key(std::size_t index) const;
 
+    /** @brief The member @p index itself, without a search. Expects that it's less than @ref size(). */
+    ValueAccess at(std::size_t index) const;
+
     /** @brief Over the keys of the members, none for anything but an object. The iterators refer to
         this instance. */
     KeyIterator<ValueAccess> begin() const { return KeyIterator<ValueAccess>{*this, 0}; }

@@ -1,6 +1,7 @@
 #include "testing/HeadlessFrameDrawing.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <utility>
 
@@ -107,14 +108,16 @@ std::vector<DrawnQuad> drawnGlyphs(const ImU32 color, const std::string& window)
 
 std::vector<DrawnText> drawnTexts(const std::string& window) {
     std::vector<DrawnText> out;
-    float lastLeft = 0.0f;
+    const float lineHeight = ImGui::GetFontSize();
+    ImVec2 last{0.0f, 0.0f};
     for(const DrawnQuad& i: drawnQuads(window)) {
         if(!i.glyph)
             continue;
-        if(out.empty() || out.back().color != i.color || i.min.x <= lastLeft)
+        if(out.empty() || out.back().color != i.color || i.min.x <= last.x ||
+            std::abs(i.min.y - last.y) > lineHeight)
             out.push_back({"", i.color, i.min});
         out.back().text += utf8(i.glyph);
-        lastLeft = i.min.x;
+        last = i.min;
     }
     return out;
 }
