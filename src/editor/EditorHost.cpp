@@ -13,6 +13,7 @@
 #include "QuillmereEditor/ChangeManager.h"
 #include "QuillmereEditor/EditorView.h"
 #include "QuillmereEditor/Tools/Log.h"
+#include "QuillmereEditor/Ui.h"
 #include "editor/BackEnd.h"
 #include "editor/Fonts.h"
 #include "editor/Shortcut.h"
@@ -79,6 +80,9 @@ EditorHost::EditorHost(BackEnd& backEnd, HostOptions options):
     editor = createEditor();
     project = _options.project ? std::move(_options.project) : Containers::pointer<ProjectFile>();
     changeManager = Containers::pointer<ChangeManager>(*project);
+    ui = Containers::pointer<Ui>();
+    ui->project = project.get();
+    ui->changeManager = changeManager.get();
     _session = std::make_unique<ProjectSession>(*project, *changeManager, _options.projectFile);
     ensureLogCallback(*this);
     updateFonts();
@@ -278,6 +282,7 @@ void EditorHost::drawContent() {
         guarded(*panel, [&] { panel->draw(); });
     if(panels.empty())
         drawEmptyArea(area);
+    _pickLimit.frameDrawn(*ui);
     answerQuitQuestion();
     drawStatus();
     updateTitle();

@@ -12,6 +12,7 @@
 #include "editor/InputReplay.h"
 #include "editor/LayoutKeeper.h"
 #include "editor/ModuleLoader.h"
+#include "editor/PickLimit.h"
 #include "editor/ProjectSession.h"
 #include "editor/QuitQuestion.h"
 #include "editor/RedrawGate.h"
@@ -104,6 +105,7 @@ private:
     float _fontScale = 0.0f;
     unsigned long long _framesAfterReplay = 0;
     std::unique_ptr<ProjectSession> _session;
+    PickLimit _pickLimit;
     QuitQuestion _quitQuestion;
     std::string _title;
     bool _isQuitRequested = false;
