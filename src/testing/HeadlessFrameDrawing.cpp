@@ -122,6 +122,16 @@ std::vector<DrawnText> drawnTexts(const std::string& window) {
     return out;
 }
 
+std::optional<ImVec2> placeOfText(const std::string& text, const std::string& window) {
+    std::vector<DrawnQuad> glyphs = drawnQuads(window);
+    glyphs.erase(std::remove_if(glyphs.begin(), glyphs.end(),
+                     [](const DrawnQuad& quad) { return !quad.glyph; }),
+        glyphs.end());
+    const auto found = std::find_end(glyphs.begin(), glyphs.end(), text.begin(), text.end(),
+        [](const DrawnQuad& quad, const char c) { return quad.glyph == ImWchar(c); });
+    return found == glyphs.end() ? std::nullopt : std::optional<ImVec2>{found->min};
+}
+
 ImVec4 boundingBox(const std::vector<DrawnQuad>& quads) {
     if(quads.empty())
         return {};

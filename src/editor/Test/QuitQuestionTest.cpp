@@ -30,14 +30,9 @@ struct QuitQuestionTest: ::testing::Test {
 
     /* The buttons are below the text, so the last place with the word is the button's */
     ImVec2 button(const std::string& label) {
-        std::vector<Testing::DrawnQuad> glyphs = Testing::drawnQuads("Unsaved changes");
-        glyphs.erase(std::remove_if(glyphs.begin(), glyphs.end(),
-                         [](const auto& quad) { return !quad.glyph; }),
-            glyphs.end());
-        const auto found = std::find_end(glyphs.begin(), glyphs.end(), label.begin(), label.end(),
-            [](const auto& quad, const char c) { return quad.glyph == ImWchar(c); });
-        EXPECT_NE(found, glyphs.end()) << label;
-        return found == glyphs.end() ? ImVec2{} : found->min;
+        const std::optional<ImVec2> out = Testing::placeOfText(label, "Unsaved changes");
+        EXPECT_TRUE(out) << label;
+        return out.value_or(ImVec2{});
     }
 
     Testing::HeadlessFrame frame;

@@ -53,6 +53,18 @@ private:
     Ui& _ui;
 };
 
+/* The values drawn while it lives have no label of their own */
+class WithoutLabels {
+public:
+    explicit WithoutLabels(Ui& ui): _ui(ui) { _ui.pushFlags(Ui::Flag::NoLabel); }
+    WithoutLabels(const WithoutLabels&) = delete;
+    WithoutLabels& operator=(const WithoutLabels&) = delete;
+    ~WithoutLabels() { _ui.popFlags(); }
+
+private:
+    Ui& _ui;
+};
+
 bool beginSection(const char* const name) {
     return ImGui::CollapsingHeader(name, ImGuiTreeNodeFlags_DefaultOpen);
 }
@@ -152,9 +164,8 @@ void InspectorView::drawAppearance() {
     if(has("shadows")) {
         ui().checkboxBit("shadows", 0, "casts");
         ImGui::SameLine();
-        ui().pushFlags(Ui::Flag::NoLabel);
+        const WithoutLabels withoutLabels{ui()};
         ui().checkboxBit("shadows", 1, "receives");
-        ui().popFlags();
     }
 }
 
@@ -252,8 +263,7 @@ void InspectorView::drawMember(const ObjectMember& member) {
     Ui::label(member.key.c_str());
     if(member.shape == ValueShape::Null)
         return ImGui::TextDisabled("null");
-    ui().pushFlags(Ui::Flag::NoLabel);
-    const Containers::ScopeGuard popFlags{&ui(), [](Ui* const flagged) { flagged->popFlags(); }};
+    const WithoutLabels withoutLabels{ui()};
     drawValue(escapedKey(member.key).c_str(), member);
 }
 

@@ -2,5 +2,5 @@
 
 #include "plugins/inspector/InspectorView.h"
 
-CORRADE_PLUGIN_REGISTER(
-    InspectorView, QuillmereEngine::InspectorView, "com.quillmere.QuillmereEditor.AbstractModule/1.1")
+CORRADE_PLUGIN_REGISTER(InspectorView, QuillmereEngine::InspectorView,
+    "com.quillmere.QuillmereEditor.AbstractModule/1.1")

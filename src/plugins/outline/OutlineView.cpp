@@ -133,7 +133,11 @@ void OutlineView::drawObjects(const rapidjson::Value* const objects) {
 }
 
 void OutlineView::drawObject(const char* const key, const ValueAccess& object) {
-    if(ImGui::Selectable("##object", _editorData->selectedObject == key))
+    /* The style's own colour for selected rows is hardly more than that of hovered ones */
+    ImGui::PushStyleColor(ImGuiCol_Header, ImGui::GetStyleColorVec4(ImGuiCol_TabActive));
+    const bool isClicked = ImGui::Selectable("##object", _editorData->selectedObject == key);
+    ImGui::PopStyleColor();
+    if(isClicked)
         clicked(key);
     const char* const name = nameOf(key, object);
     const bool isDeleted = object["deleted"].asBool();
