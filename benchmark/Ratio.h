@@ -42,6 +42,7 @@ void addChangeRows();
 void addConsoleRows();
 void addLogRows();
 void addStoreRows();
+void addUiRows();
 
 }
 

@@ -90,14 +90,14 @@ void drawName(Ui& ui, const UiProperty& property, const ImGuiID id) {
         ui.renamingId = id;
 }
 
-/* A widget that is drawn earlier and clicked takes the keyboard before the field has a chance to
-   hand its text over. Dear ImGui still has that, until the next field needs its place. */
-void fetchStolenText(Containers::Array<char>& buffer, const ImGuiID fieldId) {
+/* A widget that is drawn earlier and clicked takes the keyboard before the field can hand over its
+   text. Dear ImGui still has that. Null if it's not so. */
+const char* stolenText(const ImGuiID fieldId) {
     const ImGuiContext& context = *ImGui::GetCurrentContext();
     const ImGuiInputTextState* const state = ImGui::GetInputTextState(fieldId);
-    if(state && context.ActiveIdPreviousFrame == fieldId && context.ActiveId != fieldId &&
-        context.ActiveId != 0)
-        fillTextBuffer(buffer, state->TextA.Data);
+    const bool isStolen = context.ActiveIdPreviousFrame == fieldId && context.ActiveId != fieldId &&
+        context.ActiveId != 0;
+    return state && isStolen ? state->TextA.Data : nullptr;
 }
 
 bool isClickedElsewhere(const ImGuiMouseButton button) {
@@ -114,13 +114,13 @@ void editName(Ui& ui, const UiProperty& property) {
     ImGui::PushStyleVar(ImGuiStyleVar_FrameBorderSize, 0.0f);
     const Containers::ScopeGuard popStyle{2, ImGui::PopStyleVar};
 
-    fillTextBuffer(ui.textBuffer, property.string());
+    const char* const stolen = stolenText(ImGui::GetID("##renameable"));
+    fillTextBuffer(ui.textBuffer, stolen ? stolen : property.string());
     const bool entered = ImGui::InputText("##renameable", ui.textBuffer.data(),
         ui.textBuffer.size(),
         ImGuiInputTextFlags_CallbackResize | ImGuiInputTextFlags_EnterReturnsTrue |
             ImGuiInputTextFlags_AutoSelectAll,
         Ui::textResizeCallback, &ui.textBuffer);
-    fetchStolenText(ui.textBuffer, ImGui::GetID("##renameable"));
 
     if(entered || isClickedElsewhere(ImGuiMouseButton_Left)) {
         property.write(ui.textBuffer.data(), Merge::Yes);

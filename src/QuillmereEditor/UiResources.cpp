@@ -1,7 +1,9 @@
 #include "QuillmereEditor/Ui.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include <Corrade/Containers/ArrayViewStl.h>
 #include <Corrade/Containers/GrowableArray.h>
@@ -94,24 +96,55 @@ private:
     int _idCount;
 };
 
-/* Draws the list of all resources and gives the index of the clicked one, -1 if none was */
-int drawResources(const ValueAccess& resources, const Choice& choice) {
-    int clicked = -1;
-    std::string label;
+/* What's listed of all resources of a type */
+struct Listing {
+    /* Indices into the resources */
+    std::vector<std::size_t> indices;
+    /* Of the widest name, in pixels */
+    float width;
+};
+
+Listing listed(const ValueAccess& resources, const Choice& choice) {
+    Listing out{{}, 0.0f};
+    out.indices.reserve(resources.size());
     for(std::size_t i = 0; i != resources.size(); ++i) {
         ValueAccess resource = resources.at(i);
         if(choice.filter && !choice.filter(resource))
             continue;
-        const char* const key = resources.key(i);
-        label.assign(resource["name"].asString()).append("##").append(key);
-        if(ImGui::Selectable(label.c_str(), false, 0, ImVec2{0.0f, 0.0f})) {
-            clicked = int(i);
-            if(choice.byName)
-                ImGui::PushID(key);
-        }
-        if(ImGui::IsItemHovered(0))
-            ImGui::SetTooltip("id: %s", key);
+        out.indices.push_back(i);
+        const char* const name = resource["name"].asString();
+        out.width = std::max(out.width, ImGui::CalcTextSize(name, nullptr, true, -1.0f).x);
     }
+    return out;
+}
+
+bool drawResource(const ValueAccess& resource, const char* const key, const Choice& choice) {
+    const std::string label = std::string{resource["name"].asString()} + "##" + key;
+    const bool clicked = ImGui::Selectable(label.c_str(), false, 0, ImVec2{0.0f, 0.0f});
+    if(clicked && choice.byName)
+        ImGui::PushID(key);
+    if(ImGui::IsItemHovered(0))
+        ImGui::SetTooltip("id: %s", key);
+    return clicked;
+}
+
+/* Draws what can be seen of the list and gives the index of the clicked resource, -1 if none was */
+int drawResources(const ValueAccess& resources, const Choice& choice) {
+    const Listing listing = listed(resources, choice);
+    /* The popup is as wide as its widest item, seen or not, or scrolling would change its width */
+    ImGuiWindow& window = *ImGui::GetCurrentWindow();
+    window.DC.CursorMaxPos.x = std::max(
+        window.DC.CursorMaxPos.x, window.DC.CursorPos.x + listing.width);
+
+    int clicked = -1;
+    ImGuiListClipper clipper;
+    clipper.Begin(int(listing.indices.size()));
+    while(clipper.Step())
+        for(int i = clipper.DisplayStart; i != clipper.DisplayEnd; ++i) {
+            const std::size_t index = listing.indices[std::size_t(i)];
+            if(drawResource(resources.at(index), resources.key(index), choice))
+                clicked = int(index);
+        }
     return clicked;
 }
 

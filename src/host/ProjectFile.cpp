@@ -1,6 +1,7 @@
 #include "host/ProjectFile.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
 #include <cstring>
 #include <utility>
@@ -27,6 +28,16 @@ constexpr std::size_t UsualPathSize = 512;
 /* Of parsed paths, whatever their allocator is */
 template<class A, class B> bool isEqual(const A& a, const B& b) {
     return a.length == b.length && std::memcmp(a.name, b.name, a.length) == 0;
+}
+
+/* As in JSON pointers: digits, and no zero in front of others */
+rapidjson::SizeType indexFrom(const std::string_view text) {
+    rapidjson::SizeType index = 0;
+    const std::from_chars_result result = std::from_chars(
+        text.data(), text.data() + text.size(), index);
+    const bool isIndex = result.ec == std::errc{} && result.ptr == text.data() + text.size() &&
+        (text[0] != '0' || text.size() == 1);
+    return isIndex ? index : rapidjson::kPointerInvalidIndex;
 }
 
 bool isWildcard(const rapidjson::Pointer::Token& token) {
@@ -56,6 +67,9 @@ rapidjson::MemoryPoolAllocator<>& ProjectFile::allocator() { return document->Ge
 rapidjson::Value* ProjectFile::getValue(const char* const path, const bool strict) const {
     CORRADE_ASSERT(path, "ProjectFile::getValue(): path was nullptr", {});
 
+    if(const rapidjson::Value* const value = findPlain(path))
+        return const_cast<rapidjson::Value*>(value);
+
     alignas(std::max_align_t) char buffer[UsualPathSize];
     rapidjson::MemoryPoolAllocator<> pool{buffer, sizeof(buffer)};
     const Path pointer(path, &pool);
@@ -69,17 +83,36 @@ rapidjson::Value* ProjectFile::getValue(const char* const path, const bool stric
     return strict ? nullptr : &_absent;
 }
 
+const rapidjson::Value* ProjectFile::child(const rapidjson::Value& value,
+    const std::string_view name, const rapidjson::SizeType index) const {
+    if(value.IsObject())
+        return _memberIndex.find(value, name);
+    return value.IsArray() && index < value.Size() ? &value[index] : nullptr;
+}
+
+/* Without parsing the path first, which takes longer than to follow it. Null also for a path with
+   escapes and for one that's no JSON pointer. */
+const rapidjson::Value* ProjectFile::findPlain(const char* const path) const {
+    if(std::strpbrk(path, "~#"))
+        return nullptr;
+    std::string_view rest{path};
+    const rapidjson::Value* value = &*document;
+    while(!rest.empty() && value) {
+        if(rest[0] != '/')
+            return nullptr;
+        const std::string_view name = rest.substr(1, rest.substr(1).find('/'));
+        rest.remove_prefix(name.size() + 1);
+        value = child(*value, name, value->IsArray() ? indexFrom(name) : 0);
+    }
+    return value;
+}
+
 /* As RapidJSON's pointers look themselves up, but for the index of members */
 const rapidjson::Value* ProjectFile::find(const Path& path) const {
     const rapidjson::Value* value = &*document;
     for(std::size_t i = 0; i != path.GetTokenCount() && value; ++i) {
         const Path::Token& token = path.GetTokens()[i];
-        if(value->IsObject())
-            value = _memberIndex.find(*value, {token.name, token.length});
-        else if(value->IsArray() && token.index < value->Size())
-            value = &(*value)[token.index];
-        else
-            value = nullptr;
+        value = child(*value, {token.name, token.length}, token.index);
     }
     return value;
 }

@@ -2,6 +2,7 @@
 #define Quillmere_host_ProjectFile_h
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <Corrade/Containers/Pointer.h>
@@ -104,6 +105,9 @@ private:
 
     using Path = rapidjson::GenericPointer<rapidjson::Value, rapidjson::MemoryPoolAllocator<>>;
 
+    const rapidjson::Value* child(
+        const rapidjson::Value& value, std::string_view name, rapidjson::SizeType index) const;
+    const rapidjson::Value* findPlain(const char* path) const;
     const rapidjson::Value* find(const Path& path) const;
     const Default* findDefault(const Path& path) const;
 

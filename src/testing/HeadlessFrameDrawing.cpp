@@ -109,15 +109,16 @@ std::vector<DrawnQuad> drawnGlyphs(const ImU32 color, const std::string& window)
 std::vector<DrawnText> drawnTexts(const std::string& window) {
     std::vector<DrawnText> out;
     const float lineHeight = ImGui::GetFontSize();
-    ImVec2 last{0.0f, 0.0f};
+    DrawnQuad last{};
     for(const DrawnQuad& i: drawnQuads(window)) {
         if(!i.glyph)
             continue;
-        if(out.empty() || out.back().color != i.color || i.min.x <= last.x ||
-            std::abs(i.min.y - last.y) > lineHeight)
+        if(out.empty() || out.back().color != i.color || i.min.x <= last.min.x ||
+            i.min.x > last.max.x + 2.0f * lineHeight ||
+            std::abs(i.min.y - last.min.y) > lineHeight)
             out.push_back({"", i.color, i.min});
         out.back().text += utf8(i.glyph);
-        last = i.min;
+        last = i;
     }
     return out;
 }

@@ -48,8 +48,8 @@ std::vector<DrawnQuad> drawnGlyphs(ImU32 color, const std::string& window = {});
 /**
 @brief Glyphs that follow one another in a line of text, put together
 
-A new text begins where the colour changes or a glyph begins left of the one before or in another
-line.
+A new text begins where the colour changes or a glyph begins left of the one before, behind a gap
+wider than two lines are high, or in another line.
 */
 std::vector<DrawnText> drawnTexts(const std::string& window = {});
 
