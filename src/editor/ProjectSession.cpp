@@ -7,6 +7,7 @@
 
 #include "QuillmereEditor/ChangeManager.h"
 #include "QuillmereEditor/Tools/Log.h"
+#include "QuillmereEditor/Tools/System.h"
 #include "host/ProjectFile.h"
 
 using namespace Corrade;
@@ -88,15 +89,17 @@ bool ProjectSession::hasUnsavedChanges() const {
 }
 
 bool ProjectSession::save() {
-    if(_file.empty()) {
-        log(LogLevel::Warn, "Not saved: the project has no file. Start the editor with one.");
+    const std::string file = _file.empty()
+        ? saveFileDialog("Save project", "project.json", {"Projects", "*.json"})
+        : _file;
+    if(file.empty())
+        return false;
+    if(!_project.save(file)) {
+        log(LogLevel::Error, ("Can't save " + file).c_str());
         return false;
     }
-    if(!_project.save(_file)) {
-        log(LogLevel::Error, ("Can't save " + _file).c_str());
-        return false;
-    }
-    log(LogLevel::Info, ("Saved " + _file).c_str());
+    log(LogLevel::Info, ("Saved " + file).c_str());
+    _file = file;
     _changes.markSave();
     _savedCount = _changes.appliedCount();
     _isChanged = _isSavedEntryMerged = false;

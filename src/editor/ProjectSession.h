@@ -48,7 +48,8 @@ public:
     @brief Save into the project's file
     @return Whether that worked. The log tells what happened.
 
-    A project without a file does nothing but say so.
+    For a project without a file the user is asked for one, and it's the project's from then on. It
+    isn't saved if they cancel.
     */
     bool save();
 

@@ -6,12 +6,14 @@
 #include <optional>
 #include <utility>
 
+#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/ScopeGuard.h>
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/DebugStl.h>
 #include <imgui.h>
 
 #include "QuillmereEditor/Tools/Log.h"
+#include "QuillmereEditor/Tools/System.h"
 #include "editor/BackEnd.h"
 #include "editor/CommandLine.h"
 #include "editor/EditorHost.h"
@@ -98,6 +100,12 @@ std::unique_ptr<BackEnd> createBackEnd(const CommandLine& line) {
     return out;
 }
 
+/* Nobody could answer a dialog of a run without a window, which would wait for that forever */
+Containers::Array<std::string> cancelDialog(const DialogRequest& request, void*) {
+    log(LogLevel::Warn, ("Headless, so this dialog is cancelled: " + request.title).c_str());
+    return {};
+}
+
 int runHost(const CommandLine& line, HostOptions options, std::optional<FeedSource> feed) {
     ImGui::CreateContext();
     const Containers::ScopeGuard destroyContext{[] { ImGui::DestroyContext(); }};
@@ -108,6 +116,8 @@ int runHost(const CommandLine& line, HostOptions options, std::optional<FeedSour
     if(!backEnd)
         return ExitNoRendering;
 
+    if(backEnd->isHeadless())
+        setDialogAnswer(cancelDialog, nullptr);
     if(!backEnd->isHeadless() && !userDataFolder().empty())
         options.layoutFile = userDataFolder() + "/layout.ini";
     if(!line.logDir.empty())

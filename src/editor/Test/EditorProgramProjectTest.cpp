@@ -114,6 +114,14 @@ TEST_F(EditorProgramProjectTest, SampleIsSavedAsItIs) {
     EXPECT_EQ(saved(), original);
 }
 
+TEST_F(EditorProgramProjectTest, NoDialogWaitsForAnAnswerHeadless) {
+    const EditorRun result = runEditorProgram({"--modules", QUILLMERE_MODULES, "--input",
+        folder.write("input", Replay{}.ctrl("s").file())});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(
+        result.error, HasSubstr("[warn] Headless, so this dialog is cancelled: Save project"));
+}
+
 TEST_F(EditorProgramProjectTest, EditsAreSaved) {
     EXPECT_EQ(run(edits().ctrl("s")).status, 0);
     EXPECT_EQ(value("name"), "\"Tower\"");

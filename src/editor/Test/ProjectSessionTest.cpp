@@ -4,10 +4,12 @@
 #include <sstream>
 #include <string>
 
+#include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Utility/Debug.h>
 #include <gtest/gtest.h>
 
 #include "QuillmereEditor/ChangeManager.h"
+#include "QuillmereEditor/Tools/System.h"
 #include "host/ProjectFile.h"
 #include "testing/TemporaryFolder.h"
 
@@ -84,6 +86,47 @@ TEST_F(ProjectSessionTest, FailedSaveKeepsTheMark) {
     }
     EXPECT_NE(error.str().find("ProjectFile::save(): can't write " + missing), std::string::npos);
     EXPECT_TRUE(other.hasUnsavedChanges());
+}
+
+/* Answers the next dialog with a file, "" to cancel it */
+struct SaveDialog {
+    explicit SaveDialog(std::string answer): file{std::move(answer)} {
+        setDialogAnswer(
+            [](const DialogRequest& request, void* const dialog) {
+                auto& self = *static_cast<SaveDialog*>(dialog);
+                self.isAsked = request.type == DialogType::SaveFile;
+                Containers::Array<std::string> out;
+                if(!self.file.empty())
+                    arrayAppend(out, self.file);
+                return out;
+            },
+            this);
+    }
+    ~SaveDialog() { setDialogAnswer(nullptr, nullptr); }
+
+    std::string file;
+    bool isAsked = false;
+};
+
+TEST_F(ProjectSessionTest, ProjectWithoutFileAsksForOneOnce) {
+    ProjectSession unnamed{project, changes, ""};
+    set("/a", 2);
+    {
+        const SaveDialog dialog{""};
+        EXPECT_FALSE(unnamed.save());
+        EXPECT_TRUE(dialog.isAsked);
+        EXPECT_EQ(unnamed.name(), "Unnamed*");
+    }
+    const std::string chosen = folder.file("chosen.json");
+    {
+        const SaveDialog dialog{chosen};
+        EXPECT_TRUE(unnamed.save());
+    }
+    EXPECT_EQ(Testing::readFile(chosen), "{\n    \"a\": 2\n}\n");
+    EXPECT_EQ(unnamed.name(), chosen);
+    const SaveDialog dialog{""};
+    EXPECT_TRUE(unnamed.save());
+    EXPECT_FALSE(dialog.isAsked);
 }
 
 TEST_F(ProjectSessionTest, MergeIntoTheSavedEntryIsAChange) {
