@@ -14,16 +14,25 @@ constexpr float ButtonWidth = 6.0f;
 
 bool isPressed(const ImGuiKey key) { return ImGui::IsKeyPressed(ImGui::GetKeyIndex(key), false); }
 
+/* Buttons have the colour of popups, so they wouldn't be seen here */
+bool drawButton(const char* const label, const ImGuiCol color, const ImVec2& size) {
+    ImGui::PushStyleColor(ImGuiCol_Button, ImGui::GetStyleColorVec4(color));
+    const bool out = ImGui::Button(label, size);
+    ImGui::PopStyleColor();
+    return out;
+}
+
 QuitAnswer drawAnswers() {
     const ImVec2 size{ImGui::GetFontSize() * ButtonWidth, 0.0f};
     QuitAnswer out = QuitAnswer::None;
-    if(ImGui::Button("Save", size) || isPressed(ImGuiKey_Enter) || isPressed(ImGuiKey_KeyPadEnter))
+    if(drawButton("Save", ImGuiCol_TabActive, size) || isPressed(ImGuiKey_Enter) ||
+        isPressed(ImGuiKey_KeyPadEnter))
         out = QuitAnswer::Save;
     ImGui::SameLine();
-    if(ImGui::Button("Discard", size))
+    if(drawButton("Discard", ImGuiCol_FrameBg, size))
         out = QuitAnswer::Discard;
     ImGui::SameLine();
-    if(ImGui::Button("Cancel", size) || isPressed(ImGuiKey_Escape))
+    if(drawButton("Cancel", ImGuiCol_FrameBg, size) || isPressed(ImGuiKey_Escape))
         out = QuitAnswer::Cancel;
     return out;
 }

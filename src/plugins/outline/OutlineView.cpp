@@ -75,6 +75,18 @@ template<class F> void drawRows(const rapidjson::Value& resources, F&& drawRow) 
         }
 }
 
+/* The style's own colour of a selected row is hardly more than that of a hovered one */
+bool drawRow(const bool isSelected) {
+    if(isSelected) {
+        ImGui::PushStyleColor(ImGuiCol_Header, ImGui::GetStyleColorVec4(ImGuiCol_TabActive));
+        ImGui::PushStyleColor(
+            ImGuiCol_HeaderHovered, ImGui::GetStyleColorVec4(ImGuiCol_TabHovered));
+    }
+    const bool out = ImGui::Selectable("##object", isSelected);
+    ImGui::PopStyleColor(isSelected ? 2 : 0);
+    return out;
+}
+
 void drawResources(const std::string& type, const rapidjson::Value& resources) {
     if(!ImGui::CollapsingHeader((type + "###" + type).c_str()))
         return;
@@ -133,10 +145,7 @@ void OutlineView::drawObjects(const rapidjson::Value* const objects) {
 }
 
 void OutlineView::drawObject(const char* const key, const ValueAccess& object) {
-    /* The style's own colour for selected rows is hardly more than that of hovered ones */
-    ImGui::PushStyleColor(ImGuiCol_Header, ImGui::GetStyleColorVec4(ImGuiCol_TabActive));
-    const bool isClicked = ImGui::Selectable("##object", _editorData->selectedObject == key);
-    ImGui::PopStyleColor();
+    const bool isClicked = drawRow(_editorData->selectedObject == key);
     if(isClicked)
         clicked(key);
     const char* const name = nameOf(key, object);
