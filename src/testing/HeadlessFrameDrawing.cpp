@@ -114,8 +114,7 @@ std::vector<DrawnText> drawnTexts(const std::string& window) {
         if(!i.glyph)
             continue;
         if(out.empty() || out.back().color != i.color || i.min.x <= last.min.x ||
-            i.min.x > last.max.x + 2.0f * lineHeight ||
-            std::abs(i.min.y - last.min.y) > lineHeight)
+            i.min.x > last.max.x + 2.0f * lineHeight || std::abs(i.min.y - last.min.y) > lineHeight)
             out.push_back({"", i.color, i.min});
         out.back().text += utf8(i.glyph);
         last = i;
