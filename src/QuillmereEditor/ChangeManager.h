@@ -192,6 +192,10 @@ public:
     /** @brief Number of changes in the history, the undone ones included */
     std::size_t changeCount() const { return _changes.size(); }
 
+    /** @brief Number of changes in the history that aren't undone. One that's being undone still
+        counts. */
+    std::size_t appliedCount() const { return std::size_t(_lastChange + 1); }
+
     /**
     @brief Register a handler
     @param path     One component of a path, of anywhere in it: "objects" hears of changes to

@@ -10,10 +10,13 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "QuillmereEditor/ChangeManager.h"
 #include "QuillmereEditor/EditorView.h"
 #include "QuillmereEditor/Tools/Log.h"
+#include "QuillmereEditor/Ui.h"
 #include "editor/BackEnd.h"
 #include "editor/Fonts.h"
+#include "editor/Shortcut.h"
 #include "editor/StatusBar.h"
 #include "editor/consoleLog.h"
 
@@ -75,10 +78,15 @@ EditorHost::EditorHost(BackEnd& backEnd, HostOptions options):
     _replay{std::move(_options.replay)},
     _layout{_options.layoutFile} {
     editor = createEditor();
+    project = _options.project ? std::move(_options.project) : Containers::pointer<ProjectFile>();
+    changeManager = Containers::pointer<ChangeManager>(*project);
+    ui = Containers::pointer<Ui>();
+    ui->project = project.get();
+    ui->changeManager = changeManager.get();
+    _session = std::make_unique<ProjectSession>(*project, *changeManager, _options.projectFile);
     ensureLogCallback(*this);
     updateFonts();
-    _backEnd.setTitle(
-        _options.project.empty() ? "Quillmere" : _options.project + " \xe2\x80\x93 Quillmere");
+    updateTitle();
 
     const PanelHost panelHost{ImGui::GetCurrentContext(), &_data, this};
     _modules = std::make_unique<ModuleLoader>(_options.modules, panelHost);
@@ -170,16 +178,34 @@ bool EditorHost::isFinished() const {
 }
 
 bool EditorHost::hasUserClosed() {
-    if(!_backEnd.isCloseRequested())
+    if(!_backEnd.isCloseRequested() && !std::exchange(_isQuitRequested, false))
         return false;
     ExitEvent event;
     for(EditorView* const panel: _modules->panels())
         if(!event.accepted)
             guarded(*panel, [&] { panel->exitEvent(event); });
     closeFailedPanels();
-    if(event.accepted)
-        _backEnd.cancelClose();
-    return !event.accepted;
+    if(!event.accepted && !_session->hasUnsavedChanges())
+        return true;
+    _backEnd.cancelClose();
+    if(!event.accepted) {
+        _quitQuestion.ask();
+        _gate.request();
+    }
+    return false;
+}
+
+void EditorHost::answerQuitQuestion() {
+    const QuitAnswer answer = _quitQuestion.draw(
+        _session->file().empty() ? "the new project" : _session->file());
+    if(answer == QuitAnswer::Discard || (answer == QuitAnswer::Save && _session->save()))
+        _isClosed = true;
+}
+
+void EditorHost::updateTitle() {
+    const std::string title = _session->title();
+    if(title != _title)
+        _backEnd.setTitle(_title = title);
 }
 
 /* A panel that throws must not take the editor with it. It's closed once the frame is over, its
@@ -256,7 +282,13 @@ void EditorHost::drawContent() {
         guarded(*panel, [&] { panel->draw(); });
     if(panels.empty())
         drawEmptyArea(area);
+    _pickLimit.frameDrawn(*ui);
+    answerQuitQuestion();
+    drawStatus();
+    updateTitle();
+}
 
+void EditorHost::drawStatus() {
     Status status;
     {
         const std::lock_guard<std::mutex> lock{logMutex};
@@ -265,7 +297,7 @@ void EditorHost::drawContent() {
     if(_feed)
         status.feed = _feed->progress();
     status.failedModules = _modules->failedModules();
-    status.project = _options.project;
+    status.project = _session->name();
     drawStatusBar(status);
 }
 
@@ -285,13 +317,36 @@ void EditorHost::deliverEvents() {
     const PanelEvents replayed = std::exchange(_replayedEvents, {});
     events.insert(events.end(), replayed.begin(), replayed.end());
     const std::vector<EditorView*> panels = _modules->panels();
-    for(PanelEvent& event: events)
-        for(EditorView* const panel: panels) {
-            bool isAccepted = false;
-            guarded(*panel, [&] { isAccepted = deliver(event, *panel); });
-            if(isAccepted)
-                break;
-        }
+    for(PanelEvent& event: events) {
+        bool isAccepted = false;
+        for(EditorView* const panel: panels)
+            if(!isAccepted)
+                guarded(*panel, [&] { isAccepted = deliver(event, *panel); });
+        if(const auto* const key = std::get_if<KeyPress>(&event); key && !isAccepted)
+            handleKey(key->event);
+    }
+}
+
+/* While something is edited the keys are the field's, which has an undo of its own */
+void EditorHost::handleKey(const KeyEvent& event) {
+    if(ImGui::IsAnyItemActive() || _quitQuestion.isAsked())
+        return;
+    const ShortcutKey key = ImGui::GetIO().ConfigMacOSXBehaviors ? ShortcutKey::Super
+                                                                 : ShortcutKey::Ctrl;
+    switch(shortcutOf(event, key)) {
+        case Shortcut::Undo:
+            return _session->undo();
+        case Shortcut::Redo:
+            return _session->redo();
+        case Shortcut::Save:
+            _session->save();
+            return;
+        case Shortcut::Quit:
+            _isQuitRequested = true;
+            return;
+        case Shortcut::None:
+            return;
+    }
 }
 
 }

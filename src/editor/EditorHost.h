@@ -12,8 +12,12 @@
 #include "editor/InputReplay.h"
 #include "editor/LayoutKeeper.h"
 #include "editor/ModuleLoader.h"
+#include "editor/PickLimit.h"
+#include "editor/ProjectSession.h"
+#include "editor/QuitQuestion.h"
 #include "editor/RedrawGate.h"
 #include "host/EditorData.h"
+#include "host/ProjectFile.h"
 #include "host/QuillmereEditorApplication.h"
 
 namespace QuillmereEngine {
@@ -23,7 +27,10 @@ class BackEnd;
 /** @brief What the host is to do */
 struct HostOptions {
     std::string modules;
-    std::string project;
+    /** File of the project, empty for a new project without a file */
+    std::string projectFile;
+    /** What was loaded from it, null for a new one */
+    Corrade::Containers::Pointer<ProjectFile> project;
     std::string screenshot;
     std::optional<unsigned long> frames;
     std::vector<ReplayEvent> replay;
@@ -76,7 +83,11 @@ private:
     void drawFrame(Count count);
     void drawContent();
     void drawEmptyArea(WorkArea area) const;
+    void drawStatus();
     void deliverEvents();
+    void handleKey(const KeyEvent& event);
+    void updateTitle();
+    void answerQuitQuestion();
     void closeFailedPanels();
     template<class F> void guarded(EditorView& panel, F call);
 
@@ -93,6 +104,11 @@ private:
     std::atomic<bool> _hasNewLines{false};
     float _fontScale = 0.0f;
     unsigned long long _framesAfterReplay = 0;
+    std::unique_ptr<ProjectSession> _session;
+    PickLimit _pickLimit;
+    QuitQuestion _quitQuestion;
+    std::string _title;
+    bool _isQuitRequested = false;
     bool _isClosed = false;
 };
 

@@ -6,18 +6,20 @@
 #include <optional>
 #include <utility>
 
+#include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/ScopeGuard.h>
 #include <Corrade/Utility/Debug.h>
 #include <Corrade/Utility/DebugStl.h>
 #include <imgui.h>
 
 #include "QuillmereEditor/Tools/Log.h"
+#include "QuillmereEditor/Tools/System.h"
 #include "editor/BackEnd.h"
 #include "editor/CommandLine.h"
 #include "editor/EditorHost.h"
 #include "editor/Style.h"
-#include "editor/checkProject.h"
 #include "editor/files.h"
+#include "host/ProjectFile.h"
 
 using namespace Corrade;
 
@@ -55,6 +57,14 @@ bool readReplay(const CommandLine& line, HostOptions& options) {
     return bool(events);
 }
 
+bool loadProject(const CommandLine& line, HostOptions& options) {
+    options.projectFile = line.project;
+    if(line.project.empty())
+        return true;
+    options.project = Containers::pointer<ProjectFile>();
+    return options.project->load(line.project);
+}
+
 bool findModules(const CommandLine& line, HostOptions& options) {
     options.modules = line.modules.empty() ? defaultModuleFolder() : line.modules;
     std::error_code error;
@@ -69,11 +79,10 @@ bool findModules(const CommandLine& line, HostOptions& options) {
 /* All that may be wrong is looked at before anything opens */
 std::optional<HostOptions> checkInput(const CommandLine& line) {
     HostOptions options;
-    options.project = line.project;
     options.screenshot = line.screenshot;
     options.frames = line.frames;
-    if(!checkSupported(line) || (!line.project.empty() && !checkProject(line.project)) ||
-        !readReplay(line, options) || !findModules(line, options))
+    if(!checkSupported(line) || !loadProject(line, options) || !readReplay(line, options) ||
+        !findModules(line, options))
         return {};
     return options;
 }
@@ -91,6 +100,12 @@ std::unique_ptr<BackEnd> createBackEnd(const CommandLine& line) {
     return out;
 }
 
+/* Nobody could answer a dialog of a run without a window, which would wait for that forever */
+Containers::Array<std::string> cancelDialog(const DialogRequest& request, void*) {
+    log(LogLevel::Warn, ("Headless, so this dialog is cancelled: " + request.title).c_str());
+    return {};
+}
+
 int runHost(const CommandLine& line, HostOptions options, std::optional<FeedSource> feed) {
     ImGui::CreateContext();
     const Containers::ScopeGuard destroyContext{[] { ImGui::DestroyContext(); }};
@@ -101,6 +116,8 @@ int runHost(const CommandLine& line, HostOptions options, std::optional<FeedSour
     if(!backEnd)
         return ExitNoRendering;
 
+    if(backEnd->isHeadless())
+        setDialogAnswer(cancelDialog, nullptr);
     if(!backEnd->isHeadless() && !userDataFolder().empty())
         options.layoutFile = userDataFolder() + "/layout.ini";
     if(!line.logDir.empty())

@@ -10,6 +10,8 @@
 
 namespace QuillmereEngine {
 
+class ChangeManager;
+class ProjectFile;
 class Ui;
 
 /**
@@ -40,6 +42,18 @@ public:
 
     Corrade::Containers::Pointer<Editor> editor;
 
+    /**
+    @brief The open project, an empty one while no file is open
+
+    Null only in an application without a document of its own, and then so are @ref changeManager
+    and @ref ui.
+    */
+    Corrade::Containers::Pointer<ProjectFile> project;
+
+    /** @brief History of @ref project, gets every edit */
+    Corrade::Containers::Pointer<ChangeManager> changeManager;
+
+    /** @brief The property widgets, edit @ref project through @ref changeManager */
     Corrade::Containers::Pointer<Ui> ui;
 };
 

@@ -114,13 +114,22 @@ std::vector<DrawnText> drawnTexts(const std::string& window) {
         if(!i.glyph)
             continue;
         if(out.empty() || out.back().color != i.color || i.min.x <= last.min.x ||
-            i.min.x > last.max.x + 2.0f * lineHeight ||
-            std::abs(i.min.y - last.min.y) > lineHeight)
+            i.min.x > last.max.x + 2.0f * lineHeight || std::abs(i.min.y - last.min.y) > lineHeight)
             out.push_back({"", i.color, i.min});
         out.back().text += utf8(i.glyph);
         last = i;
     }
     return out;
+}
+
+std::optional<ImVec2> placeOfText(const std::string& text, const std::string& window) {
+    std::vector<DrawnQuad> glyphs = drawnQuads(window);
+    glyphs.erase(std::remove_if(glyphs.begin(), glyphs.end(),
+                     [](const DrawnQuad& quad) { return !quad.glyph; }),
+        glyphs.end());
+    const auto found = std::find_end(glyphs.begin(), glyphs.end(), text.begin(), text.end(),
+        [](const DrawnQuad& quad, const char c) { return quad.glyph == ImWchar(c); });
+    return found == glyphs.end() ? std::nullopt : std::optional<ImVec2>{found->min};
 }
 
 ImVec4 boundingBox(const std::vector<DrawnQuad>& quads) {

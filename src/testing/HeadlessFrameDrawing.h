@@ -1,6 +1,7 @@
 #ifndef Quillmere_testing_HeadlessFrameDrawing_h
 #define Quillmere_testing_HeadlessFrameDrawing_h
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,15 @@ A new text begins where the colour changes or a glyph begins left of the one bef
 wider than two lines are high, or in another line.
 */
 std::vector<DrawnText> drawnTexts(const std::string& window = {});
+
+/**
+@brief Where a text was drawn
+@param text     ASCII without spaces
+@param window   See @ref drawnQuads()
+@return Upper left corner of the first glyph of the last place with that text, also as a part of a
+    longer one. Nothing if there's none.
+*/
+std::optional<ImVec2> placeOfText(const std::string& text, const std::string& window = {});
 
 /** @brief Smallest rectangle around all of them: left, top, right, bottom. Zeros for none. */
 ImVec4 boundingBox(const std::vector<DrawnQuad>& quads);

@@ -42,7 +42,8 @@ struct EditorProgramConsoleTest: ::testing::Test {
     }
 
     static constexpr int RowHeight = 16;
-    static constexpr int CheckboxY = 37, ErrorsX = 244, ServerTabX = 98, ConsoleTabX = 30;
+    /* The outline is above */
+    static constexpr int CheckboxY = 356, ErrorsX = 244, ServerTabX = 98, ConsoleTabX = 30;
 
     Testing::TemporaryFolder folder;
 };

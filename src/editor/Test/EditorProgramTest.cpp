@@ -29,6 +29,13 @@ struct EditorProgramTest: ::testing::Test {
         EXPECT_EQ(result.out, "");
     }
 
+    void expectProjectRefused(const std::string& project, const std::string& message) {
+        const EditorRun result = run({project});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.error, "ProjectFile::load(): " + message + "\n");
+        EXPECT_EQ(result.out, "");
+    }
+
     Testing::TemporaryFolder folder;
     std::string modules = folder.file("modules");
 };
@@ -68,12 +75,12 @@ TEST_F(EditorProgramTest, RefusesAModuleFolderThatIsAFile) {
 
 TEST_F(EditorProgramTest, RefusesAMissingProject) {
     const std::string project = folder.file("project.json");
-    expectRefused({project}, "can't read project " + project + ": No such file or directory");
+    expectProjectRefused(project, "can't read " + project + ": No such file or directory");
 }
 
 TEST_F(EditorProgramTest, RefusesAMalformedProjectByLineAndColumn) {
     const std::string project = folder.write("project.json", "{\n  \"a\": ,\n}");
-    expectRefused({project}, project + ":2:8: Invalid value.");
+    expectProjectRefused(project, "can't parse " + project + " line 2 column 8: Invalid value.");
 }
 
 TEST_F(EditorProgramTest, TakesAProject) {
