@@ -153,4 +153,23 @@ TEST_F(EditorProgramWindowTest, ClosingEndsItAndKeepsTheLayout) {
         HasSubstr("[Window][Console]\nPos=0,40\n"));
 }
 
+/* Used to end in an assertion of Dear ImGui, which was to shut down what never began */
+TEST_F(EditorProgramWindowTest, WindowThatCanNotBeDrawnToIsGivenUp) {
+    /* The sanitizer wants to be the first library of all */
+    const char* const options = std::getenv("ASAN_OPTIONS");
+    const EnvironmentVariable sanitizer{
+        "ASAN_OPTIONS", (options ? options + std::string{":"} : "") + "verify_asan_link_order=0"};
+    EnvironmentVariable preload{"LD_PRELOAD"};
+    preload.set(QUILLMERE_FAILING_RENDERER);
+    const std::string picture = folder.file("shot.png");
+    const EditorRun run = runEditorProgram(
+        {"--modules", QUILLMERE_MODULES, "--screenshot", picture}, "", WindowMode::Window);
+    preload.unset();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.error,
+        HasSubstr("quillmere-editor: no window, going on headless: OpenGL's functions aren't "
+                  "found\n"));
+    EXPECT_EQ(readPicture(picture).width, 1280);
+}
+
 }}
