@@ -172,14 +172,11 @@ bool EditorHost::isFinished() const {
 bool EditorHost::hasUserClosed() {
     if(!_backEnd.isCloseRequested())
         return false;
-    ExitEvent event;
-    for(EditorView* const panel: _modules->panels())
-        if(!event.accepted)
-            guarded(*panel, [&] { panel->exitEvent(event); });
+    const bool isAccepted = deliverToPanels(ExitEvent{});
     closeFailedPanels();
-    if(event.accepted)
+    if(isAccepted)
         _backEnd.cancelClose();
-    return !event.accepted;
+    return !isAccepted;
 }
 
 /* A panel that throws must not take the editor with it. It's closed once the frame is over, its
@@ -284,14 +281,13 @@ void EditorHost::deliverEvents() {
     PanelEvents events = _backEnd.takeEvents();
     const PanelEvents replayed = std::exchange(_replayedEvents, {});
     events.insert(events.end(), replayed.begin(), replayed.end());
-    const std::vector<EditorView*> panels = _modules->panels();
-    for(PanelEvent& event: events)
-        for(EditorView* const panel: panels) {
-            bool isAccepted = false;
-            guarded(*panel, [&] { isAccepted = deliver(event, *panel); });
-            if(isAccepted)
-                break;
-        }
+    for(const PanelEvent& event: events)
+        deliverToPanels(event);
+}
+
+bool EditorHost::deliverToPanels(PanelEvent event) {
+    return deliver(event, _modules->panels(),
+        [this](EditorView& panel, const std::function<void()>& call) { guarded(panel, call); });
 }
 
 }

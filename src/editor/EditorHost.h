@@ -77,6 +77,8 @@ private:
     void drawContent();
     void drawEmptyArea(WorkArea area) const;
     void deliverEvents();
+    /* Gives whether one of them accepted it */
+    bool deliverToPanels(PanelEvent event);
     void closeFailedPanels();
     template<class F> void guarded(EditorView& panel, F call);
 

@@ -153,6 +153,17 @@ TEST_F(EditorProgramWindowTest, ClosingEndsItAndKeepsTheLayout) {
         HasSubstr("[Window][Console]\nPos=0,40\n"));
 }
 
+TEST_F(EditorProgramWindowTest, PanelThatAcceptsTheExitKeepsItOpen) {
+    start(QUILLMERE_FIXTURES "/Unsaved");
+    requestClose();
+    ASSERT_TRUE(
+        eventually([this] { return editor->out().find("[info] Not yet\n") != std::string::npos; }));
+    EXPECT_FALSE(editor->hasEnded());
+    requestClose();
+    ASSERT_TRUE(eventually([this] { return editor->hasEnded(); }));
+    EXPECT_EQ(editor->wait(), 0);
+}
+
 /* Used to end in an assertion of Dear ImGui, which was to shut down what never began */
 TEST_F(EditorProgramWindowTest, WindowThatCanNotBeDrawnToIsGivenUp) {
     /* The sanitizer wants to be the first library of all */
