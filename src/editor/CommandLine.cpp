@@ -84,7 +84,9 @@ const ValueOption* findValueOption(const std::string_view name) {
 
 bool parseFlag(const std::string_view name, CommandLine& out) {
     if(name == "--headless")
-        out.headless = true;
+        out.display = CommandLine::Display::Headless;
+    else if(name == "--window")
+        out.display = CommandLine::Display::Window;
     else if(name == "--help" || name == "-h")
         out.action = CommandLine::Action::ShowHelp;
     else if(name == "--version")
@@ -161,6 +163,8 @@ Shows the editor's panels, which it loads as plugin modules.
   --serve PORT           serve the project's folder on 127.0.0.1 (0: any port)
   --script FILE.js       run FILE.js in the JavaScript engine
   --headless             no window, render off screen
+  --window               exit with status 1 where no window can be opened;
+                         without it the editor goes on headless
   --size WxH             size of the window or picture (default: 1280x720)
   --frames N             stop after N frames (headless default: enough for the
                          interface to settle)

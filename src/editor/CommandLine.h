@@ -12,6 +12,9 @@ namespace QuillmereEngine {
 struct CommandLine {
     enum class Action { Run, ShowHelp, ShowVersion };
 
+    /** Where to draw: in a window and, if there can't be one, headless, or in one of the two only */
+    enum class Display { WindowOrHeadless, Window, Headless };
+
     /** Greatest width and height, what every OpenGL 3 driver of the last years can render */
     static constexpr int MaxSize = 16384;
 
@@ -26,7 +29,7 @@ struct CommandLine {
     std::string script;
     std::string screenshot;
     std::string input;
-    bool headless = false;
+    Display display = Display::WindowOrHeadless;
     int width = 1280;
     int height = 720;
     /** Without a value: until closed, or headless until the interface has settled */

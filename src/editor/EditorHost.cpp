@@ -180,15 +180,12 @@ bool EditorHost::isFinished() const {
 bool EditorHost::hasUserClosed() {
     if(!_backEnd.isCloseRequested() && !std::exchange(_isQuitRequested, false))
         return false;
-    ExitEvent event;
-    for(EditorView* const panel: _modules->panels())
-        if(!event.accepted)
-            guarded(*panel, [&] { panel->exitEvent(event); });
+    const bool isAccepted = deliverToPanels(ExitEvent{});
     closeFailedPanels();
-    if(!event.accepted && !_session->hasUnsavedChanges())
+    if(!isAccepted && !_session->hasUnsavedChanges())
         return true;
     _backEnd.cancelClose();
-    if(!event.accepted) {
+    if(!isAccepted) {
         _quitQuestion.ask();
         _gate.request();
     }
@@ -316,15 +313,16 @@ void EditorHost::deliverEvents() {
     PanelEvents events = _backEnd.takeEvents();
     const PanelEvents replayed = std::exchange(_replayedEvents, {});
     events.insert(events.end(), replayed.begin(), replayed.end());
-    const std::vector<EditorView*> panels = _modules->panels();
-    for(PanelEvent& event: events) {
-        bool isAccepted = false;
-        for(EditorView* const panel: panels)
-            if(!isAccepted)
-                guarded(*panel, [&] { isAccepted = deliver(event, *panel); });
+    for(const PanelEvent& event: events) {
+        const bool isAccepted = deliverToPanels(event);
         if(const auto* const key = std::get_if<KeyPress>(&event); key && !isAccepted)
             handleKey(key->event);
     }
+}
+
+bool EditorHost::deliverToPanels(PanelEvent event) {
+    return deliver(event, _modules->panels(),
+        [this](EditorView& panel, const std::function<void()>& call) { guarded(panel, call); });
 }
 
 /* While something is edited the keys are the field's, which has an undo of its own */

@@ -85,6 +85,8 @@ private:
     void drawEmptyArea(WorkArea area) const;
     void drawStatus();
     void deliverEvents();
+    /* Gives whether one of them accepted it */
+    bool deliverToPanels(PanelEvent event);
     void handleKey(const KeyEvent& event);
     void updateTitle();
     void answerQuitQuestion();

@@ -6,38 +6,36 @@ namespace QuillmereEngine {
 
 namespace {
 
-/* Each gives whether the panel accepted the event */
-struct Deliver {
+struct CallPanel {
     EditorView& panel;
 
-    bool operator()(MouseMoveEvent& event) const {
-        panel.mouseMoveEvent(event);
-        return event.accepted;
-    }
-    bool operator()(MousePress& press) const {
-        panel.mousePressEvent(press.event);
-        return press.event.accepted;
-    }
-    bool operator()(MouseRelease& release) const {
-        panel.mouseReleaseEvent(release.event);
-        return release.event.accepted;
-    }
-    bool operator()(MouseScrollEvent& event) const {
-        panel.mouseScrollEvent(event);
-        return event.accepted;
-    }
-    bool operator()(KeyPress& press) const {
-        panel.keyPressEvent(press.event);
-        return press.event.accepted;
-    }
-    bool operator()(KeyRelease& release) const {
-        panel.keyReleaseEvent(release.event);
-        return release.event.accepted;
-    }
+    void operator()(MouseMoveEvent& event) const { panel.mouseMoveEvent(event); }
+    void operator()(MousePress& press) const { panel.mousePressEvent(press.event); }
+    void operator()(MouseRelease& release) const { panel.mouseReleaseEvent(release.event); }
+    void operator()(MouseScrollEvent& event) const { panel.mouseScrollEvent(event); }
+    void operator()(KeyPress& press) const { panel.keyPressEvent(press.event); }
+    void operator()(KeyRelease& release) const { panel.keyReleaseEvent(release.event); }
+    void operator()(ExitEvent& event) const { panel.exitEvent(event); }
+};
+
+struct IsAccepted {
+    bool operator()(const MousePress& press) const { return press.event.accepted; }
+    bool operator()(const MouseRelease& release) const { return release.event.accepted; }
+    bool operator()(const KeyPress& press) const { return press.event.accepted; }
+    bool operator()(const KeyRelease& release) const { return release.event.accepted; }
+    template<class T> bool operator()(const T& event) const { return event.accepted; }
 };
 
 }
 
-bool deliver(PanelEvent& event, EditorView& panel) { return std::visit(Deliver{panel}, event); }
+bool deliver(PanelEvent& event, const std::vector<EditorView*>& panels,
+    const std::function<void(EditorView&, const std::function<void()>&)>& call) {
+    for(EditorView* const panel: panels) {
+        call(*panel, [&] { std::visit(CallPanel{*panel}, event); });
+        if(std::visit(IsAccepted{}, event))
+            return true;
+    }
+    return false;
+}
 
 }

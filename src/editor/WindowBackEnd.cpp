@@ -48,7 +48,8 @@ private:
 
     GLFWwindow* _window = nullptr;
     bool _isInitialized = false;
-    bool _hasImGui = false;
+    bool _hasInputSource = false;
+    bool _hasRenderer = false;
     float _scale = 1.0f;
     float _x = 0.0f, _y = 0.0f;
     bool _hasInput = false;
@@ -69,10 +70,10 @@ unsigned modifiersOf(const int glfw) {
 }
 
 WindowBackEnd::~WindowBackEnd() {
-    if(_hasImGui) {
+    if(_hasRenderer)
         ImGui_ImplOpenGL3_Shutdown();
+    if(_hasInputSource)
         ImGui_ImplGlfw_Shutdown();
-    }
     if(_window)
         glfwDestroyWindow(_window);
     if(_isInitialized)
@@ -97,8 +98,9 @@ std::string WindowBackEnd::initialize(const int width, const int height) {
     glfwGetWindowContentScale(_window, &_scale, nullptr);
     /* Before Dear ImGui's, which then call these, too */
     installCallbacks();
-    _hasImGui = ImGui_ImplGlfw_InitForOpenGL(_window, true);
-    return ImGui_ImplOpenGL3_Init("#version 150") ? "" : "OpenGL's functions aren't found";
+    _hasInputSource = ImGui_ImplGlfw_InitForOpenGL(_window, true);
+    _hasRenderer = ImGui_ImplOpenGL3_Init("#version 150");
+    return _hasRenderer ? "" : "OpenGL's functions aren't found";
 }
 
 WindowBackEnd& WindowBackEnd::of(GLFWwindow* const window) {

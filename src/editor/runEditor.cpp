@@ -30,6 +30,7 @@ namespace {
 using Utility::Error;
 
 constexpr int ExitSuccess = 0;
+/* script/run tells by it that there's no display */
 constexpr int ExitNoRendering = 1;
 constexpr int ExitBadInput = 2;
 
@@ -88,11 +89,17 @@ std::optional<HostOptions> checkInput(const CommandLine& line) {
 }
 
 std::unique_ptr<BackEnd> createBackEnd(const CommandLine& line) {
+    using Display = CommandLine::Display;
     std::string problem;
-    if(!line.headless) {
+    if(line.display != Display::Headless) {
         if(auto window = createWindowBackEnd(line.width, line.height, problem))
             return window;
-        Error{} << "quillmere-editor: no window, going on headless:" << problem;
+        const bool isWindowNeeded = line.display == Display::Window;
+        Error{} << (isWindowNeeded ? "quillmere-editor: no window:"
+                                   : "quillmere-editor: no window, going on headless:")
+                << problem;
+        if(isWindowNeeded)
+            return {};
     }
     auto out = createHeadlessBackEnd(line.width, line.height, problem);
     if(!out)

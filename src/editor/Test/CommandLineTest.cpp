@@ -21,7 +21,7 @@ TEST(CommandLineTest, NothingGivenIsAWindowOfTheDefaultSize) {
     const std::optional<CommandLine> line = parse({});
     ASSERT_TRUE(line);
     EXPECT_EQ(line->action, CommandLine::Action::Run);
-    EXPECT_FALSE(line->headless);
+    EXPECT_EQ(line->display, CommandLine::Display::WindowOrHeadless);
     EXPECT_EQ(line->width, 1280);
     EXPECT_EQ(line->height, 720);
     EXPECT_FALSE(line->frames);
@@ -39,7 +39,7 @@ TEST(CommandLineTest, EveryOptionReachesItsField) {
     EXPECT_EQ(line->feed, "-");
     EXPECT_EQ(line->serve, 0);
     EXPECT_EQ(line->script, "s.js");
-    EXPECT_TRUE(line->headless);
+    EXPECT_EQ(line->display, CommandLine::Display::Headless);
     EXPECT_EQ(line->width, 640);
     EXPECT_EQ(line->height, 360);
     EXPECT_EQ(line->frames, 7u);
@@ -57,6 +57,8 @@ TEST(CommandLineTest, ValueMayFollowAnEqualsSign) {
 
 TEST(CommandLineTest, LastOfEqualOptionsCounts) {
     EXPECT_EQ(parse({"--feed", "a", "--feed", "b"})->feed, "b");
+    EXPECT_EQ(parse({"--headless", "--window"})->display, CommandLine::Display::Window);
+    EXPECT_EQ(parse({"--window", "--headless"})->display, CommandLine::Display::Headless);
 }
 
 TEST(CommandLineTest, BehindTwoDashesEverythingIsAProject) {
@@ -71,8 +73,8 @@ TEST(CommandLineTest, HelpAndVersionAreActions) {
 
 TEST(CommandLineTest, HelpNamesEveryOption) {
     for(const char* const option: {"--modules DIR", "--log-dir DIR", "--feed FILE", "--serve PORT",
-            "--script FILE.js", "--headless", "--size WxH", "--frames N", "--screenshot FILE.png",
-            "--input FILE", "--help", "--version", "[PROJECT.json]"})
+            "--script FILE.js", "--headless", "--window", "--size WxH", "--frames N",
+            "--screenshot FILE.png", "--input FILE", "--help", "--version", "[PROJECT.json]"})
         EXPECT_THAT(commandLineHelp(), ::testing::HasSubstr(option));
 }
 

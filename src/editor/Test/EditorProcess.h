@@ -17,9 +17,16 @@ struct EditorRun {
 enum class WindowMode { Headless, Window };
 
 /**
+@brief Command line of quillmere-editor
+@param mode     With `Headless` the option is added in front of @p arguments
+*/
+std::vector<std::string> editorCommand(
+    std::vector<std::string> arguments, WindowMode mode = WindowMode::Headless);
+
+/**
 @brief Run quillmere-editor and wait for its end
 @param input    Its standard input, a pipe
-@param mode     With `Headless` the option is added in front of @p arguments
+@param mode     As of @ref editorCommand()
 */
 EditorRun runEditorProgram(std::vector<std::string> arguments, const std::string& input = {},
     WindowMode mode = WindowMode::Headless);

@@ -3,25 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "ConsolePicture.h"
 #include "EditorProcess.h"
 #include "testing/TemporaryFolder.h"
 
 namespace QuillmereEngine { namespace {
 
 using Rows = std::pair<int, int>;
-
-int red(const unsigned color) { return int(color >> 16 & 0xff); }
-int green(const unsigned color) { return int(color >> 8 & 0xff); }
-int blue(const unsigned color) { return int(color & 0xff); }
-
-/* Of text the strokes' middles have the full colour or nearly so */
-bool isError(const unsigned color) {
-    return red(color) > 170 && green(color) < 40 && blue(color) < 40;
-}
-
-bool isWarning(const unsigned color) {
-    return red(color) > 170 && green(color) > 130 && blue(color) < 40;
-}
 
 struct EditorProgramConsoleTest: ::testing::Test {
     Picture show(const std::string& feed, const std::string& input = {},
@@ -40,10 +28,6 @@ struct EditorProgramConsoleTest: ::testing::Test {
             std::to_string(frame + 2) + " down left\nframe " + std::to_string(frame + 4) +
             " up left\n";
     }
-
-    static constexpr int RowHeight = 16;
-    /* The outline is above */
-    static constexpr int CheckboxY = 356, ErrorsX = 244, ServerTabX = 98, ConsoleTabX = 30;
 
     Testing::TemporaryFolder folder;
 };

@@ -1,11 +1,15 @@
 /* The real program with modules that are good, bad and exchanged */
 
+#include <algorithm>
 #include <filesystem>
+#include <limits>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "EditorProcess.h"
+#include "EnvironmentVariable.h"
+#include "Process.h"
 #include "testing/TemporaryFolder.h"
 
 namespace QuillmereEngine { namespace {
@@ -63,6 +67,23 @@ TEST_F(EditorProgramModulesTest, PanelThatThrowsIsClosedAndTheOthersGoOn) {
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(
         result.error, HasSubstr("[error] Module Throwing was closed: the panel has had enough"));
+    EXPECT_THAT(result.out, HasSubstr("[info] Fixture 1 was drawn three times"));
+}
+
+TEST_F(EditorProgramModulesTest, ChangedModuleTakesOverWhileTheProgramRuns) {
+    install("Panel1", "Fixture");
+    /* The copy of the module, as the program is ended from outside */
+    const EnvironmentVariable temporary{"TMPDIR", results.path()};
+    Process editor{editorCommand({"--modules", folder.path(), "--size", "64x64", "--frames",
+        std::to_string(std::numeric_limits<unsigned long>::max())})};
+    const auto eventuallySays = [&editor](const char* const text) {
+        return eventually([&] { return editor.out().find(text) != std::string::npos; });
+    };
+    ASSERT_TRUE(eventuallySays("[info] Fixture 1 was drawn three times\n"));
+    install("Panel2", "Fixture");
+    EXPECT_TRUE(eventuallySays("[info] Module Fixture was reloaded\n"));
+    EXPECT_TRUE(eventuallySays("[info] Fixture 2 was drawn three times\n"));
+    EXPECT_FALSE(editor.hasEnded());
 }
 
 TEST_F(EditorProgramModulesTest, PanelIsDrawn) {
@@ -75,9 +96,8 @@ TEST_F(EditorProgramModulesTest, PanelIsDrawn) {
 
 TEST_F(EditorProgramModulesTest, NothingIsLeftBehind) {
     install("Panel1", "Fixture");
-    setenv("TMPDIR", results.path().c_str(), 1);
+    const EnvironmentVariable temporary{"TMPDIR", results.path()};
     run({});
-    unsetenv("TMPDIR");
     EXPECT_TRUE(Fs::is_empty(results.path()));
 }
 

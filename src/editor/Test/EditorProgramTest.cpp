@@ -1,12 +1,13 @@
 /* The real program: options, exit statuses, messages */
 
-#include <csignal>
+#include <algorithm>
 #include <filesystem>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "EditorProcess.h"
+#include "EnvironmentVariable.h"
 #include "testing/TemporaryFolder.h"
 
 namespace QuillmereEngine { namespace {
@@ -154,15 +155,42 @@ TEST_F(EditorProgramTest, UnbuiltPartsSaySo) {
         {"--script", "a.js"}, "--script can't be used, this build has no JavaScript engine");
 }
 
-TEST_F(EditorProgramTest, WithoutADisplayItGoesOnHeadless) {
-    unsetenv("DISPLAY");
-    unsetenv("WAYLAND_DISPLAY");
+struct EditorProgramDisplayTest: EditorProgramTest {
+    EditorRun runWindow(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"--modules", modules});
+        return runEditorProgram(std::move(arguments), "", WindowMode::Window);
+    }
+
+    EnvironmentVariable display{"DISPLAY"}, waylandDisplay{"WAYLAND_DISPLAY"};
+};
+
+TEST_F(EditorProgramDisplayTest, WithoutADisplayItGoesOnHeadless) {
+    display.unset();
+    waylandDisplay.unset();
     const std::string path = folder.file("shot.png");
-    const EditorRun result = runEditorProgram(
-        {"--modules", modules, "--screenshot", path}, "", WindowMode::Window);
+    const EditorRun result = runWindow({"--screenshot", path});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.error, HasSubstr("quillmere-editor: no window, going on headless: "));
     EXPECT_EQ(readPicture(path).width, 1280);
+}
+
+/* As after a session that has ended, or as another user */
+TEST_F(EditorProgramDisplayTest, WithAStaleDisplayItGoesOnHeadless) {
+    display.set(":987654");
+    waylandDisplay.unset();
+    const EditorRun result = runWindow({});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.error, HasSubstr("quillmere-editor: no window, going on headless: "));
+}
+
+TEST_F(EditorProgramDisplayTest, WindowThatIsDemandedButCanNotOpenEndsItWithStatus1) {
+    display.set(":987654");
+    waylandDisplay.unset();
+    const EditorRun result = runWindow({"--window"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.error, StartsWith("quillmere-editor: no window: "));
+    EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 1);
+    EXPECT_EQ(result.out, "");
 }
 
 TEST_F(EditorProgramTest, LogDirectoryGetsEveryLine) {

@@ -34,11 +34,15 @@ struct LoaderFixture: ::testing::Test {
 
     /** @brief Put a fixture into the folder as a linker does that writes a new file and renames it */
     void install(const std::string& fixture, const std::string& name) {
+        installFrom(QUILLMERE_FIXTURES "/" + fixture, name);
+    }
+
+    /** @brief The same with a module from any folder */
+    void installFrom(const std::string& from, const std::string& name) {
         namespace Fs = std::filesystem;
         for(const char* const suffix: {".conf", ".so"}) {
             const std::string file = name + suffix;
-            Fs::copy_file(
-                QUILLMERE_FIXTURES "/" + fixture + "/" + file, folder.file(file + ".new"));
+            Fs::copy_file(from + "/" + file, folder.file(file + ".new"));
             Fs::rename(folder.file(file + ".new"), folder.file(file));
         }
     }

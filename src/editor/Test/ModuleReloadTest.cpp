@@ -1,5 +1,7 @@
+#include <array>
 #include <atomic>
 #include <fstream>
+#include <malloc.h>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -7,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include "LoaderFixture.h"
+#include "testing/sanitizer.h"
 
 namespace QuillmereEngine { namespace {
 
@@ -38,6 +41,9 @@ std::size_t openFileCount() {
         out += entry.path().empty() ? 0 : 1;
     return out;
 }
+
+/* Of 90 reloads, each of which leaves nothing with glibc 2.36; other ones may keep some notes */
+constexpr std::size_t AllowedHeapGrowth = 4096;
 
 struct ModuleReloadTest: LoaderFixture {
     ModuleReloadTest() {
@@ -138,6 +144,10 @@ public:
         _thread.join();
     }
 
+    /** @brief How many lines were logged outside of reloads. Any thread. */
+    std::size_t outsideCount() const { return _outsideCount; }
+
+    /* Once it has stopped */
     const std::vector<std::string>& all() const { return _all; }
     const std::vector<std::string>& outsideOfReloads() const { return _outside; }
 
@@ -147,8 +157,10 @@ private:
             const std::string line = _name + " " + std::to_string(_all.size());
             const unsigned before = _reloads;
             log(LogLevel::Info, line.c_str());
-            if(before % 2 == 0 && _reloads == before)
+            if(before % 2 == 0 && _reloads == before) {
                 _outside.push_back("[info] " + line);
+                _outsideCount = _outside.size();
+            }
             _all.push_back("[info] " + line);
             std::this_thread::yield();
         }
@@ -157,6 +169,7 @@ private:
     std::string _name;
     const std::atomic<unsigned>& _reloads;
     std::vector<std::string> _all, _outside;
+    std::atomic<std::size_t> _outsideCount{0};
     std::atomic<bool> _isStopping{false};
     std::thread _thread;
 };
@@ -171,43 +184,123 @@ std::multiset<std::string> fileLines(const std::string& folder) {
     return out;
 }
 
-TEST_F(ModuleReloadTest, HundredReloadsWhileTwoThreadsLog) {
+/* Modules that are exchanged a hundred times, by turns with the first and the second of two builds.
+   The console is exchanged with itself, which its file's age alone tells. */
+struct RepeatedReload {
+    const char* name;
+    const char* module;
+    std::array<const char*, 2> folders;
+    std::array<const char*, 2> titles;
+};
+
+constexpr RepeatedReload RepeatedReloads[]{
+    {"Fixture", "Fixture", {QUILLMERE_FIXTURES "/Panel2", QUILLMERE_FIXTURES "/Panel1"},
+        {"Fixture 2", "Fixture 1"}},
+    {"Console", "ConsoleView", {QUILLMERE_MODULES, QUILLMERE_MODULES}, {"Console", "Console"}},
+};
+
+void PrintTo(const RepeatedReload& reload, std::ostream* const out) { *out << reload.name; }
+
+std::string repeatedReloadName(const ::testing::TestParamInfo<RepeatedReload>& reload) {
+    return reload.param.name;
+}
+
+struct RepeatedReloadTest: LoaderFixture, ::testing::WithParamInterface<RepeatedReload> {
+    RepeatedReloadTest() {
+        application.editor->serverSource = Corrade::Containers::pointer<NoServer>();
+        application.editor->javaScriptLines = Corrade::Containers::pointer<StringArray>();
+        ImGuiIO& io = ImGui::GetIO();
+        io.IniFilename = nullptr;
+        io.DisplaySize = {640.0f, 360.0f};
+        io.DeltaTime = 1.0f / 60.0f;
+        unsigned char* pixels;
+        int width, height;
+        io.Fonts->GetTexDataAsRGBA32(&pixels, &width, &height);
+        installFrom(GetParam().folders[1], GetParam().module);
+        loader.loadAll(now);
+    }
+
+    struct NoServer: ServerSource {
+        StringArrayView& serverLines() override { return lines; }
+        StringArray lines;
+    };
+
+    void drawFrame() {
+        ImGui::NewFrame();
+        for(EditorView* const panel: loader.panels()) {
+            panel->update();
+            panel->draw();
+        }
+        ImGui::Render();
+    }
+
+    void reload(const int i) {
+        const std::size_t build = std::size_t(i % 2);
+        installFrom(GetParam().folders[build], GetParam().module);
+        ASSERT_TRUE(settle(loader)) << i;
+        ASSERT_THAT(titles(loader), ElementsAre(GetParam().titles[build])) << i;
+        ASSERT_EQ(mappedCopies().size(), 1u) << i;
+    }
+
+    ModuleLoader loader{folder.path(), host};
+};
+
+TEST_P(RepeatedReloadTest, HundredReloadsLeaveNothingBehind) {
+    std::size_t mappings = 0, files = 0, heap = 0;
+    for(int i = 1; i <= 100; ++i) {
+        ASSERT_NO_FATAL_FAILURE(reload(i));
+        drawFrame();
+        application.consoleLines.clear();
+        if(i == 10) {
+            mappings = mappingCount();
+            files = openFileCount();
+            heap = mallinfo2().uordblks;
+        }
+    }
+    EXPECT_EQ(openFileCount(), files);
+    /* A sanitizer's allocator maps memory as it likes and doesn't count what is in use */
+    if(Testing::IsSanitized)
+        return;
+    EXPECT_LE(mappingCount(), mappings + 2);
+    EXPECT_LT(mallinfo2().uordblks, heap + AllowedHeapGrowth);
+}
+
+TEST_P(RepeatedReloadTest, HundredReloadsLoseNoLineOfTwoThreads) {
     const Testing::TemporaryFolder logs;
     setLogDir(logs.path().c_str());
     std::atomic<unsigned> reloads{0};
     Logger first{"first", reloads}, second{"second", reloads};
-
-    std::size_t mappings = 0, files = 0;
-    for(int i = 0; i != 100; ++i) {
-        install(i % 2 ? "Panel1" : "Panel2", "Fixture");
+    const std::array<Logger*, 2> loggers{&first, &second};
+    for(int i = 1; i <= 100; ++i) {
         ++reloads;
-        ASSERT_TRUE(settle(loader));
+        reload(i);
         ++reloads;
-        ASSERT_THAT(titles(loader), ElementsAre(i % 2 ? "Fixture 1" : "Fixture 2"));
-        ASSERT_EQ(&loader.panels()[0]->editor(), application.editor.get());
-        ASSERT_EQ(mappedCopies().size(), 1u);
-        if(i == 20) {
-            mappings = mappingCount();
-            files = openFileCount();
-        }
+        if(HasFatalFailure())
+            break;
+        drawFrame();
+        /* However little the threads get to run there's something to look for after each reload */
+        for(const Logger* const logger: loggers)
+            for(const std::size_t before = logger->outsideCount();
+                logger->outsideCount() == before;)
+                std::this_thread::yield();
     }
-    EXPECT_EQ(openFileCount(), files);
-    /* Other libraries' arenas come and go, a module that stayed would leave five each time */
-    EXPECT_LT(mappingCount(), mappings + 50);
-    first.stop();
-    second.stop();
+    for(Logger* const logger: loggers)
+        logger->stop();
     closeLogFile();
 
     const std::multiset<std::string> inFile = fileLines(logs.path());
     const std::vector<std::string> shown = lines();
     const std::multiset<std::string> inConsole{shown.begin(), shown.end()};
-    for(const Logger* const logger: {&first, &second}) {
-        EXPECT_GT(logger->outsideOfReloads().size(), 100u);
+    for(const Logger* const logger: loggers) {
+        EXPECT_GE(logger->outsideOfReloads().size(), HasFatalFailure() ? 0u : 100u);
         for(const std::string& line: logger->all())
             ASSERT_EQ(inFile.count(line), 1u) << line;
         for(const std::string& line: logger->outsideOfReloads())
             ASSERT_EQ(inConsole.count(line), 1u) << line;
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    All, RepeatedReloadTest, ::testing::ValuesIn(RepeatedReloads), repeatedReloadName);
 
 }}

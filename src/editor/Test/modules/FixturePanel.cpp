@@ -4,6 +4,7 @@
 #include <imgui.h>
 
 #include "QuillmereEditor/EditorView.h"
+#include "QuillmereEditor/Tools/Log.h"
 #include "host/EditorData.h"
 
 namespace QuillmereEngine { namespace {
@@ -21,7 +22,13 @@ public:
         ImGui::Begin(title());
         ImGui::TextUnformatted("Fixture panel " FIXTURE_GENERATION);
         ImGui::End();
+        /* For tests that see no more of the editor than what it prints */
+        if(++_drawn == 3)
+            log(LogLevel::Info, "Fixture " FIXTURE_GENERATION " was drawn three times");
     }
+
+private:
+    int _drawn = 0;
 };
 
 }}
