@@ -21,6 +21,7 @@ struct UiScopeTest: ::testing::Test {
         ImGui::SetCurrentContext(frame.context());
         ImGui::NewFrame();
         ImGui::Begin("Window");
+        idsBefore = idCount();
     }
 
     ~UiScopeTest() override {
@@ -33,7 +34,7 @@ struct UiScopeTest: ::testing::Test {
 
     HeadlessFrame frame;
     Ui ui;
-    const int idsBefore = idCount();
+    int idsBefore = 0;
 };
 
 TEST_F(UiScopeTest, SegmentsAreAppendedAndRemoved) {
