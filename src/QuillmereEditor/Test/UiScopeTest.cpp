@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <cstring>
+#include <cstdint>
 #include <string>
 
 #include <Corrade/Containers/GrowableArray.h>
@@ -135,7 +135,8 @@ TEST_F(UiScopeTest, IndexHasTheIdOfItsDigits) {
 
 TEST_F(UiScopeTest, BufferGrowsInStepsOf64) {
     ui.scope = Containers::Array<char>{Corrade::ValueInit, 10};
-    std::strcpy(ui.scope.data(), "/345678");
+    ui.pushScope("345678");
+    EXPECT_EQ(ui.scope.size(), 10);
     ui.pushScope("abc");
     EXPECT_STREQ(ui.scope.data(), "/345678/abc");
     EXPECT_EQ(ui.scope.size(), 74);
