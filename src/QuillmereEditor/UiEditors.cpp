@@ -75,12 +75,8 @@ template<class Draw> bool editText(Ui& ui, const char* const label, Draw&& draw)
     const UiProperty property{ui, label};
     fillTextBuffer(ui.textBuffer, property.string());
     property.drawLabel();
-    const bool changed = draw(ui.textBuffer);
-    if(changed)
-        property.write(ui.textBuffer.data(), Merge::Yes);
-    else
-        ui.valueContextMenu();
-    return changed;
+    return property.finish(
+        draw(ui.textBuffer), [&] { return ui.textBuffer.data(); }, Merge::Yes);
 }
 
 void drawName(Ui& ui, const UiProperty& property, const ImGuiID id) {
@@ -196,13 +192,9 @@ bool Ui::inputEnum(const char* const label, const Containers::ArrayView<const ch
     const UiProperty property{*this, label};
     int index = RapidJsonUtils::enumStringToValue(property.string(), names);
     property.drawLabel();
-    const bool changed = ImGui::Combo(
-        "##val", &index, names.data(), int(names.size()), VisibleEnumNames);
-    if(changed)
-        property.write(names[index], Merge::No);
-    else
-        valueContextMenu();
-    return changed;
+    return property.finish(
+        ImGui::Combo("##val", &index, names.data(), int(names.size()), VisibleEnumNames),
+        [&] { return names[index]; }, Merge::No);
 }
 
 bool Ui::inputEnum(const char* const label, const std::initializer_list<const char*> names) {

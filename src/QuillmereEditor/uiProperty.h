@@ -88,6 +88,7 @@ public:
 
     /**
     @brief Write what @p make gives if the widget reported a change, else offer the context menu
+    @param make     Gives a value or a string
     @return @p changed
     */
     template<class Make> bool finish(const bool changed, Make&& make, const Merge merge) const {

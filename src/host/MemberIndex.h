@@ -17,6 +17,11 @@ RapidJSON compares with one member after the other, which takes tens of microsec
 10,000. What is remembered here is a place, and the key that stands there is looked at before it's
 trusted, so it doesn't matter who changes the object and when. Objects of few members are searched.
 
+A key that stands at several places is searched, too. What a look at one place can't see is a second
+member with its key that came in front of it while the object went back to as many members as it
+had, between two look-ups: that takes an `AddMember()` of a key that is there and a removal, which
+neither the history nor loading does.
+
 Refers to nothing: objects may go at any time. UI thread only.
 */
 class MemberIndex {

@@ -187,6 +187,25 @@ TEST_F(UiResourcesTest, ChoosingByNameWritesTheName) {
     }
 }
 
+/* The handler runs before the list ends, and sees the IDs that are left until then */
+TEST_F(UiResourcesTest, ChosenKeyStaysAnIdUntilTheListEnds) {
+    int idCount = 0;
+    panel.manager.addChangeHandler(
+        "v",
+        [&](const Change&, Containers::ArrayView<const std::string>, void*) {
+            idCount = ImGui::GetCurrentWindow()->IDStack.Size;
+        },
+        nullptr);
+    int counts[2];
+    for(const bool byName: {false, true}) {
+        show(
+            R"("Ball")", [this, byName] { return panel.ui.selectResource("v", "meshes", byName); });
+        choose("Cube");
+        counts[byName] = idCount;
+    }
+    EXPECT_EQ(counts[true], counts[false] + 1);
+}
+
 TEST_F(UiResourcesTest, ManagerNamesItsType) {
     MeshManager manager;
     show(R"("m2")", [&] { return panel.ui.selectResource("v", manager, false); });

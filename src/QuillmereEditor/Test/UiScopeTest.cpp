@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <cstring>
+#include <cstdint>
 #include <string>
 
 #include <Corrade/Containers/GrowableArray.h>
@@ -21,6 +21,7 @@ struct UiScopeTest: ::testing::Test {
         ImGui::SetCurrentContext(frame.context());
         ImGui::NewFrame();
         ImGui::Begin("Window");
+        idsBefore = idCount();
     }
 
     ~UiScopeTest() override {
@@ -33,7 +34,7 @@ struct UiScopeTest: ::testing::Test {
 
     HeadlessFrame frame;
     Ui ui;
-    const int idsBefore = idCount();
+    int idsBefore = 0;
 };
 
 TEST_F(UiScopeTest, SegmentsAreAppendedAndRemoved) {
@@ -134,7 +135,8 @@ TEST_F(UiScopeTest, IndexHasTheIdOfItsDigits) {
 
 TEST_F(UiScopeTest, BufferGrowsInStepsOf64) {
     ui.scope = Containers::Array<char>{Corrade::ValueInit, 10};
-    std::strcpy(ui.scope.data(), "/345678");
+    ui.pushScope("345678");
+    EXPECT_EQ(ui.scope.size(), 10);
     ui.pushScope("abc");
     EXPECT_STREQ(ui.scope.data(), "/345678/abc");
     EXPECT_EQ(ui.scope.size(), 74);
