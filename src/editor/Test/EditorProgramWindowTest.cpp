@@ -111,7 +111,7 @@ TEST_F(EditorProgramWindowTest, KeysReachThePanel) {
     editor->write("an error here\n");
     ASSERT_TRUE(eventuallyShows(isError));
     const auto background = [this] { return server.screen().at(100, FirstRowY + 1); };
-    click(640, 400);
+    click(640, 500);
     const unsigned plain = background();
     /* More than once, as Dear ImGui doesn't see a key that goes down and up between two frames */
     EXPECT_TRUE(eventually([&] {
@@ -142,7 +142,7 @@ TEST_F(EditorProgramWindowTest, ClosingEndsItAndKeepsTheLayout) {
     const Rows before = server.screen().rows(isError);
     /* The panel by its title bar. More than once, as a frame may see only a part of it. */
     ASSERT_TRUE(eventually([&] {
-        xdotool("mousemove 640 12 sleep 0.1 mousedown 1 sleep 0.1 mousemove 640 52 sleep 0.1 "
+        xdotool("mousemove 640 331 sleep 0.1 mousedown 1 sleep 0.1 mousemove 640 371 sleep 0.1 "
                 "mouseup 1 sleep 0.1");
         return server.screen().rows(isError).first == before.first + 40;
     }));
