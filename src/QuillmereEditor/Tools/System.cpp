@@ -5,7 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+#include <set>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 #include <vector>
 
@@ -51,6 +53,10 @@ bool operator==(const FileId& a, const FileId& b) {
     return a.device == b.device && a.inode == b.inode;
 }
 
+bool operator<(const FileId& a, const FileId& b) {
+    return std::tie(a.device, a.inode) < std::tie(b.device, b.inode);
+}
+
 /* Nothing is at a path without a mode */
 FileId identify(const std::string& path) {
     struct stat status;
@@ -84,15 +90,21 @@ private:
     };
 
     void enterFolder(const std::size_t index, const std::string& source) {
-        _entries[index].id = identify(source);
-        if(_entries[index].id == identify(_to) || isOwnAncestor(index))
+        const FileId id = identify(source);
+        _entries[index].id = id;
+        if(id == identify(_to) || isFilled(id) || isOwnAncestor(index))
             return;
         const std::string path = _entries[index].path;
-        Utility::Directory::mkpath(Utility::Directory::join(_to, path));
+        const std::string target = Utility::Directory::join(_to, path);
+        Utility::Directory::mkpath(target);
+        _filled.insert(identify(target));
         for(const std::string& name:
             Utility::Directory::list(source, Utility::Directory::Flag::SkipDotAndDotDot))
             _entries.push_back({Utility::Directory::join(path, name), {}, index});
     }
+
+    /* A source folder that we fill ourselves would grow as long as we copy it */
+    bool isFilled(const FileId& id) const { return _filled.find(id) != _filled.end(); }
 
     bool isOwnAncestor(const std::size_t index) const {
         for(std::size_t i = index; i != 0;) {
@@ -120,6 +132,7 @@ private:
     const std::string& _from;
     const std::string& _to;
     std::vector<Entry> _entries;
+    std::set<FileId> _filled; /* Folders of the target that the walk has reached */
 };
 
 }

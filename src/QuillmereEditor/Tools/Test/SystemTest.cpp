@@ -396,6 +396,28 @@ TEST_F(CopyRecursiveTest, TargetBehindALinkIsNotEntered) {
     EXPECT_THAT(contentOf(to), ElementsAre("file"));
 }
 
+TEST_F(CopyRecursiveTest, FolderOfTheTargetIsNotEntered) {
+    write("from/p/file", "1");
+    to = folder.file("to");
+    Files::create_symlink("../../to/p", from + "/p/l");
+    /* The second time the folder is there before */
+    for(int i = 0; i != 2; ++i) {
+        EXPECT_EQ(copy(), 0);
+        EXPECT_THAT(contentOf(to), ElementsAre("p", "p/file"));
+    }
+    EXPECT_EQ(errors, "");
+}
+
+TEST_F(CopyRecursiveTest, FoldersOfTheTargetThatLeadToEachOtherAreNotEntered) {
+    write("from/a/file", "1");
+    write("from/b/file", "2");
+    to = folder.file("to");
+    Files::create_symlink("../../to/b", from + "/a/l");
+    Files::create_symlink("../../to/a", from + "/b/l");
+    EXPECT_EQ(copy(), 0);
+    EXPECT_THAT(contentOf(to), ElementsAre("a", "a/file", "b", "b/file"));
+}
+
 TEST_F(CopyRecursiveTest, FolderInItselfIsNotEntered) {
     write("from/a/file", "1");
     Files::create_symlink(".", from + "/self");
