@@ -65,6 +65,17 @@ FileId identify(const std::string& path) {
     return {status.st_dev, status.st_ino, status.st_mode};
 }
 
+/* Reading a pipe may wait for ever, and of the character devices only the null device surely has an
+   end */
+bool isEndless(const std::string& path) {
+    struct stat status, null;
+    if(stat(path.c_str(), &status) != 0)
+        return false;
+    if(S_ISCHR(status.st_mode))
+        return stat("/dev/null", &null) != 0 || status.st_rdev != null.st_rdev;
+    return S_ISFIFO(status.st_mode);
+}
+
 /* The walk of copyRecursive(), level by level */
 class TreeCopy {
 public:
@@ -116,14 +127,13 @@ private:
     }
 
     bool copyFile(const std::string& source, const std::string& target) const {
-        const FileId id = identify(source);
-        /* Opening the target would empty the source */
-        if(id.mode && id == identify(target))
+        if(isEndless(source))
             return true;
         Utility::Debug{} << "Copying" << source << "to" << target;
-        /* Reading a pipe may block for ever, and a device need not have an end */
-        if(id.mode && !S_ISREG(id.mode)) {
-            Utility::Error{} << "copyRecursive():" << source << "is neither a file nor a folder";
+        /* Opening it would wait for somebody who reads */
+        if(S_ISFIFO(identify(target).mode)) {
+            Utility::Error{} << "copyRecursive():" << target
+                             << "is a pipe, nothing is copied to it";
             return false;
         }
         return Utility::Directory::copy(source, target);

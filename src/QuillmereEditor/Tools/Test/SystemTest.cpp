@@ -447,14 +447,37 @@ TEST_F(CopyRecursiveTest, FileThatIsItsOwnTargetStaysAsItIs) {
     Files::create_symlink(from + "/file", to + "/file");
     EXPECT_EQ(copy(), 0);
     EXPECT_EQ(readFile(from + "/file"), "content");
-    EXPECT_EQ(printed + errors, "");
+    EXPECT_EQ(printed, "Copying " + from + "/file to " + to + "/file\n");
+    EXPECT_EQ(errors, "");
 }
 
-TEST_F(CopyRecursiveTest, PipeFails) {
+TEST_F(CopyRecursiveTest, WhatHasNoEndIsLeftOut) {
+    write("from/sub/file", "1");
     ASSERT_EQ(mkfifo((from + "/pipe").c_str(), 0600), 0);
+    Files::create_symlink("/dev/zero", from + "/zero");
+    EXPECT_EQ(copy(), 0);
+    EXPECT_THAT(contentOf(to), ElementsAre("sub", "sub/file"));
+    EXPECT_EQ(printed, "Copying " + from + "/sub/file to " + to + "/sub/file\n");
+    EXPECT_EQ(errors, "");
+}
+
+TEST_F(CopyRecursiveTest, NullDeviceIsAnEmptyFile) {
+    write("from/sub/file", "1");
+    Files::create_symlink("/dev/null", from + "/null");
+    EXPECT_EQ(copy(), 0);
+    EXPECT_THAT(contentOf(to), ElementsAre("null", "sub", "sub/file"));
+    EXPECT_TRUE(Files::is_regular_file(to + "/null"));
+    EXPECT_EQ(readFile(to + "/null"), "");
+    EXPECT_EQ(errors, "");
+}
+
+TEST_F(CopyRecursiveTest, PipeInTheTargetsPlaceFails) {
+    write("from/file", "1");
+    Files::create_directories(to);
+    ASSERT_EQ(mkfifo((to + "/file").c_str(), 0600), 0);
     EXPECT_EQ(copy(), 1);
-    EXPECT_EQ(printed, "Copying " + from + "/pipe to " + to + "/pipe\n");
-    EXPECT_EQ(errors, "copyRecursive(): " + from + "/pipe is neither a file nor a folder\n");
+    EXPECT_EQ(printed, "Copying " + from + "/file to " + to + "/file\n");
+    EXPECT_EQ(errors, "copyRecursive(): " + to + "/file is a pipe, nothing is copied to it\n");
 }
 
 TEST(GenerateUuidTest, IsRandomOfVersionFour) {
