@@ -32,9 +32,10 @@ std::string appDirectory() {
 }
 
 std::string generateUUID() {
-    unsigned char bytes[16];
-    CORRADE_ASSERT(getentropy(bytes, sizeof(bytes)) == 0,
-        "generateUUID(): the system has no random bytes", {});
+    unsigned char bytes[16]{};
+    /* Not in the assertion, which may be left out of a build */
+    [[maybe_unused]] const bool isRandom = getentropy(bytes, sizeof(bytes)) == 0;
+    CORRADE_ASSERT(isRandom, "generateUUID(): the system has no random bytes", {});
     /* Version 4, made of random bits, in the variant of RFC 4122 */
     bytes[6] = (bytes[6] & 0x0f) | 0x40;
     bytes[8] = (bytes[8] & 0x3f) | 0x80;
