@@ -19,7 +19,8 @@ namespace QuillmereEngine {
 @brief Folder for the user's own data of this application
 
 `~/Library/Application Support/QuillmereEngine` on macOS; elsewhere `QuillmereEngine` in
-`$XDG_DATA_HOME` if that is an absolute path, else in `~/.local/share`. Neither created nor checked.
+`$XDG_DATA_HOME` if that is an absolute path, else in `~/.local/share`, where the home is that of the
+user's entry in the system if `$HOME` isn't an absolute path. Neither created nor checked.
 */
 std::string appDirectory();
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <pwd.h>
 #include <set>
 #include <sstream>
 #include <sys/resource.h>
@@ -41,6 +42,17 @@ TEST(AppDirectoryTest, LiesInTheHomeWithoutADataFolder) {
     for(const char* const unusable: {static_cast<const char*>(nullptr), "", "relative", "./x"}) {
         const EnvironmentVariable data{"XDG_DATA_HOME", unusable};
         EXPECT_EQ(appDirectory(), "/home/me/.local/share/QuillmereEngine")
+            << (unusable ? unusable : "unset");
+    }
+}
+
+TEST(AppDirectoryTest, LiesInTheHomeOfTheUsersEntryWithoutTheVariable) {
+    const passwd* const user = getpwuid(getuid());
+    ASSERT_TRUE(user);
+    const EnvironmentVariable data{"XDG_DATA_HOME", nullptr};
+    for(const char* const unusable: {static_cast<const char*>(nullptr), "", "relative"}) {
+        const EnvironmentVariable home{"HOME", unusable};
+        EXPECT_EQ(appDirectory(), Files::path{user->pw_dir} / ".local/share/QuillmereEngine")
             << (unusable ? unusable : "unset");
     }
 }
