@@ -63,6 +63,21 @@ TEST_F(PfdDialogTest, SeveralAreOnlyForOpenDialogs) {
     }
 }
 
+TEST_F(PfdDialogTest, FolderAsDefaultPathIsShownItself) {
+    zenity_does("echo /a");
+    const std::string path = scripts.folder;
+    for(const auto kind: {dialog::kind::open, dialog::kind::save, dialog::kind::folder}) {
+        for(const std::string& folder: {path, path + "/"}) {
+            dialog{kind, "Title", folder}.string_result();
+            EXPECT_THAT(scripts.arguments_of("zenity"), Contains("--filename=" + path + "/"));
+        }
+        for(const std::string& file: {path + "/zenity", path + "/new"}) {
+            dialog{kind, "Title", file}.string_result();
+            EXPECT_THAT(scripts.arguments_of("zenity"), Contains("--filename=" + file));
+        }
+    }
+}
+
 TEST_F(PfdDialogTest, OverwritingIsAskedForUnlessForced) {
     zenity_does("echo /a");
     dialog{dialog::kind::save, "Title"}.string_result();
