@@ -93,6 +93,14 @@ TEST_F(PfdDialogTest, DialogWithoutAQuestionForItsResultIsWaitedFor) {
     EXPECT_TRUE(std::filesystem::exists(scripts.folder / "zenity.ended"));
 }
 
+TEST_F(PfdDialogTest, OutputThatNobodyAsksForIsNotKept) {
+    /* More than a pipe holds */
+    zenity_does("head -c 1000000 /dev/zero && touch \"$0.ended\"");
+    dialog{dialog::kind::folder, "Title"};
+    EXPECT_THAT(scripts.arguments_of("zenity"), Contains("--directory"));
+    EXPECT_FALSE(std::filesystem::exists(scripts.folder / "zenity.ended"));
+}
+
 TEST_F(PfdDialogTest, HelperGetsALocaleWithUtf8) {
     zenity_does("echo \"$LC_ALL\"");
     for(const char* const i: {"LC_ALL", "LC_CTYPE", "LANG"})

@@ -64,7 +64,7 @@ inline std::vector<char*> pointers_to(const std::vector<std::string>& strings) {
 @brief A program that runs
 
 Gets its arguments as they are, no shell sees them. Its input is empty, its errors go where ours go.
-Unless it's detached, the destructor waits for its end.
+Unless it's detached, the destructor closes its output and waits for its end.
 */
 class process {
 public:
@@ -83,7 +83,11 @@ public:
     process(const process&) = delete;
     process& operator=(const process&) = delete;
 
-    ~process() { wait(); }
+    /* Nobody wants the output any more, and keeping it could run out of memory */
+    ~process() {
+        close_output();
+        while(_id > 0 && waitpid(_id, nullptr, 0) < 0 && errno == EINTR) {}
+    }
 
     /**
     @brief Wait until it has ended, without a limit
