@@ -24,6 +24,19 @@ struct dialog: internal::file_dialog {
     using file_dialog::vector_result;
 };
 
+bool pipes_are_inherited = false;
+
+}}
+
+/* In place of the C library's functions. What these make is open to other threads' children until
+   it's changed, which a test can't see in time. */
+int pipe(int* const ends) noexcept {
+    pfd::pipes_are_inherited = true;
+    return pipe2(ends, 0);
+}
+
+namespace pfd { namespace {
+
 struct PfdDialogTest: ::testing::Test {
     void zenity_does(const std::string& script) {
         scripts.add("zenity", Scripts::noting + script);
@@ -144,6 +157,12 @@ TEST_F(PfdDialogTest, StandardStreamsMayBeClosed) {
     close(input);
     close(output);
     EXPECT_EQ(result, "/a");
+}
+
+TEST_F(PfdDialogTest, NobodyElseInheritsThePipe) {
+    zenity_does("echo /a");
+    EXPECT_EQ((dialog{dialog::kind::folder, "Title"}.string_result()), "/a");
+    EXPECT_FALSE(pipes_are_inherited);
 }
 
 TEST_F(PfdDialogTest, NoFileIsLeftOpen) {

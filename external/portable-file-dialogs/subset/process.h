@@ -151,10 +151,19 @@ private:
         _output = ends[0];
     }
 
+    /* Not even for a moment are there ends that another thread's child would inherit. macOS has no such call. */
+    static bool make_pipe(int (&ends)[2]) {
+#ifdef __APPLE__
+        return pipe(ends) == 0;
+#else
+        return pipe2(ends, O_CLOEXEC) == 0;
+#endif
+    }
+
     /* Other helpers don't inherit it. Its ends are 3 and above: a child's standard streams, which
        may be closed in ours, are replaced one after the other. */
     static bool open_pipe(int (&ends)[2]) {
-        if(pipe(ends) != 0)
+        if(!make_pipe(ends))
             return false;
         for(int& end: ends) {
             const int raised = fcntl(end, F_DUPFD_CLOEXEC, 3);
