@@ -57,8 +57,30 @@ TEST(PfdHelperTest, FoldersOfThePathAreSearchedInOrder) {
     EXPECT_EQ(find_program("zenity"), second.folder / "zenity");
     first.add("zenity", "");
     EXPECT_EQ(find_program("zenity"), first.folder / "zenity");
-    unsetenv("PATH");
+}
+
+TEST(PfdHelperTest, RelativeFoldersOfThePathAreNotSearched) {
+    const Scripts scripts;
+    scripts.add("zenity", "");
+    std::filesystem::current_path(scripts.folder.parent_path());
+    const std::string folder = scripts.folder.filename();
+    setenv("PATH", (folder + ":./" + folder).c_str(), 1);
     EXPECT_EQ(find_program("zenity"), "");
+    std::filesystem::current_path(scripts.folder);
+    for(const char* const path: {"", ":", ".", "./", "/nowhere::", ":/nowhere:", "/nowhere:."}) {
+        setenv("PATH", path, 1);
+        EXPECT_EQ(find_program("zenity"), "") << path;
+    }
+    std::filesystem::current_path("/");
+}
+
+TEST(PfdHelperTest, SystemsFoldersAreSearchedWithoutAPath) {
+    const Scripts scripts;
+    scripts.add("sh", "");
+    std::filesystem::current_path(scripts.folder);
+    unsetenv("PATH");
+    EXPECT_THAT(find_program("sh"), ::testing::AnyOf("/usr/bin/sh", "/bin/sh"));
+    std::filesystem::current_path("/");
 }
 
 TEST(PfdHelperTest, SearchIsMadeOnceUntilARescan) {

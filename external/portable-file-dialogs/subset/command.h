@@ -42,6 +42,16 @@ inline std::string replaced(std::string text, const char from, const char to) {
     return text;
 }
 
+inline bool is_folder(const std::string& path) {
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+/** @brief With a slash behind a folder, without which zenity shows the one above with it selected */
+inline std::string zenity_default_path(const std::string& path) {
+    return is_folder(path) && path.back() != '/' ? path + "/" : path;
+}
+
 /** @brief For zenity 3 and what descends from it. Version 4 ignores what it dropped. */
 inline std::vector<std::string> zenity_file_command(
     const helper& program, const file_request& request) {
@@ -49,7 +59,7 @@ inline std::vector<std::string> zenity_file_command(
     std::vector<std::string> out{program.path,
         program.name == "yad" ? "--file" : "--file-selection", "--title=" + request.title};
     if(!request.default_path.empty())
-        out.push_back("--filename=" + request.default_path);
+        out.push_back("--filename=" + zenity_default_path(request.default_path));
     if(request.kind == file_kind::folder)
         out.push_back("--directory");
     else if(request.kind == file_kind::save)
@@ -87,11 +97,6 @@ inline std::vector<std::string> kdialog_file_command(
     if(!filters.empty() && request.kind != file_kind::folder)
         out.push_back(filters);
     return out;
-}
-
-inline bool is_folder(const std::string& path) {
-    struct stat status;
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 /** @brief The folder to start in, empty if there's none, and the name to propose */

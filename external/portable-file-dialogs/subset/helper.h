@@ -67,14 +67,20 @@ inline std::string session_desktop() {
     return out;
 }
 
-/** @brief Path of a program on `$PATH`, empty if it isn't there */
+/**
+@brief Path of a program on `$PATH`, empty if it isn't there
+
+Without the variable in the system's own folders. Relative entries, to which the empty one belongs,
+don't count: whoever put a program into the working directory would decide what runs.
+*/
 inline std::string find_program(const std::string& name) {
-    const std::string path = environment("PATH") + ":";
+    const char* const value = std::getenv("PATH");
+    const std::string path = (value ? value : "/usr/bin:/bin") + std::string{":"};
     for(std::size_t begin = 0, end; (end = path.find(':', begin)) != std::string::npos;
         begin = end + 1) {
-        /* An empty entry is the working directory, as everywhere else that reads $PATH */
-        const std::string folder = begin == end ? "." : path.substr(begin, end - begin);
-        const std::string candidate = folder + "/" + name;
+        if(path[begin] != '/')
+            continue;
+        const std::string candidate = path.substr(begin, end - begin) + "/" + name;
         struct stat status;
         if(stat(candidate.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
             access(candidate.c_str(), X_OK) == 0)

@@ -64,7 +64,7 @@ inline std::vector<char*> pointers_to(const std::vector<std::string>& strings) {
 @brief A program that runs
 
 Gets its arguments as they are, no shell sees them. Its input is empty, its errors go where ours go.
-Unless it's detached, the destructor waits for its end.
+Unless it's detached, the destructor closes its output and waits for its end.
 */
 class process {
 public:
@@ -83,7 +83,11 @@ public:
     process(const process&) = delete;
     process& operator=(const process&) = delete;
 
-    ~process() { wait(); }
+    /* Nobody wants the output any more, and keeping it could run out of memory */
+    ~process() {
+        close_output();
+        while(_id > 0 && waitpid(_id, nullptr, 0) < 0 && errno == EINTR) {}
+    }
 
     /**
     @brief Wait until it has ended, without a limit
@@ -147,10 +151,19 @@ private:
         _output = ends[0];
     }
 
+    /* Not even for a moment are there ends that another thread's child would inherit. macOS has no such call. */
+    static bool make_pipe(int (&ends)[2]) {
+#ifdef __APPLE__
+        return pipe(ends) == 0;
+#else
+        return pipe2(ends, O_CLOEXEC) == 0;
+#endif
+    }
+
     /* Other helpers don't inherit it. Its ends are 3 and above: a child's standard streams, which
        may be closed in ours, are replaced one after the other. */
     static bool open_pipe(int (&ends)[2]) {
-        if(pipe(ends) != 0)
+        if(!make_pipe(ends))
             return false;
         for(int& end: ends) {
             const int raised = fcntl(end, F_DUPFD_CLOEXEC, 3);

@@ -5,7 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+#include <set>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 #include <vector>
 
@@ -51,12 +53,27 @@ bool operator==(const FileId& a, const FileId& b) {
     return a.device == b.device && a.inode == b.inode;
 }
 
+bool operator<(const FileId& a, const FileId& b) {
+    return std::tie(a.device, a.inode) < std::tie(b.device, b.inode);
+}
+
 /* Nothing is at a path without a mode */
 FileId identify(const std::string& path) {
     struct stat status;
     if(stat(path.c_str(), &status) != 0)
         return {};
     return {status.st_dev, status.st_ino, status.st_mode};
+}
+
+/* Reading a pipe may wait for ever, and of the character devices only the null device surely has an
+   end */
+bool isEndless(const std::string& path) {
+    struct stat status, null;
+    if(stat(path.c_str(), &status) != 0)
+        return false;
+    if(S_ISCHR(status.st_mode))
+        return stat("/dev/null", &null) != 0 || status.st_rdev != null.st_rdev;
+    return S_ISFIFO(status.st_mode);
 }
 
 /* The walk of copyRecursive(), level by level */
@@ -84,15 +101,21 @@ private:
     };
 
     void enterFolder(const std::size_t index, const std::string& source) {
-        _entries[index].id = identify(source);
-        if(_entries[index].id == identify(_to) || isOwnAncestor(index))
+        const FileId id = identify(source);
+        _entries[index].id = id;
+        if(id == identify(_to) || isFilled(id) || isOwnAncestor(index))
             return;
         const std::string path = _entries[index].path;
-        Utility::Directory::mkpath(Utility::Directory::join(_to, path));
+        const std::string target = Utility::Directory::join(_to, path);
+        Utility::Directory::mkpath(target);
+        _filled.insert(identify(target));
         for(const std::string& name:
             Utility::Directory::list(source, Utility::Directory::Flag::SkipDotAndDotDot))
             _entries.push_back({Utility::Directory::join(path, name), {}, index});
     }
+
+    /* A source folder that we fill ourselves would grow as long as we copy it */
+    bool isFilled(const FileId& id) const { return _filled.find(id) != _filled.end(); }
 
     bool isOwnAncestor(const std::size_t index) const {
         for(std::size_t i = index; i != 0;) {
@@ -104,14 +127,13 @@ private:
     }
 
     bool copyFile(const std::string& source, const std::string& target) const {
-        const FileId id = identify(source);
-        /* Opening the target would empty the source */
-        if(id.mode && id == identify(target))
+        if(isEndless(source))
             return true;
         Utility::Debug{} << "Copying" << source << "to" << target;
-        /* Reading a pipe may block for ever, and a device need not have an end */
-        if(id.mode && !S_ISREG(id.mode)) {
-            Utility::Error{} << "copyRecursive():" << source << "is neither a file nor a folder";
+        /* Opening it would wait for somebody who reads */
+        if(S_ISFIFO(identify(target).mode)) {
+            Utility::Error{} << "copyRecursive():" << target
+                             << "is a pipe, nothing is copied to it";
             return false;
         }
         return Utility::Directory::copy(source, target);
@@ -120,6 +142,7 @@ private:
     const std::string& _from;
     const std::string& _to;
     std::vector<Entry> _entries;
+    std::set<FileId> _filled; /* Folders of the target that the walk has reached */
 };
 
 }

@@ -19,7 +19,8 @@ namespace QuillmereEngine {
 @brief Folder for the user's own data of this application
 
 `~/Library/Application Support/QuillmereEngine` on macOS; elsewhere `QuillmereEngine` in
-`$XDG_DATA_HOME` if that is an absolute path, else in `~/.local/share`. Neither created nor checked.
+`$XDG_DATA_HOME` if that is an absolute path, else in `~/.local/share`, where the home is that of the
+user's entry in the system if `$HOME` isn't an absolute path. Neither created nor checked.
 */
 std::string appDirectory();
 
@@ -72,9 +73,10 @@ int changeDirectory(const std::string& path);
 
 Prints a line on Corrade's debug output before each file. A folder that can't be created shows as
 failed copies of the files in it; one that can't be listed counts as empty. What never ends is
-left out without changing the result: @p to itself where the source holds it, and a folder inside of
-itself, which links make possible. So is a file which is its own target. Anything but a file or
-folder, a pipe for example, can't be copied.
+left out without changing the result: @p to where the source holds it, folders in it that the copy
+has reached, a folder inside of itself, which links make possible, pipes, and character devices
+other than the null device, which is an empty file. A file which is its own target stays as it is.
+A pipe in the place of a file's target can't be copied to.
 */
 int copyRecursive(const std::string& from, const std::string& to);
 

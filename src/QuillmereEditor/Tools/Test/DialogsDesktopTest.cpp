@@ -186,6 +186,12 @@ TEST_F(DialogsDesktopTest, FolderIsChosen) {
         chosen.path());
 }
 
+TEST_F(DialogsDesktopTest, FolderWithoutASlashIsWhereTheDialogStarts) {
+    EXPECT_EQ(
+        userDoes("Folder", "key Return", [&] { return openFolderDialog("Folder", files.path()); }),
+        files.path());
+}
+
 TEST_F(DialogsDesktopTest, NewFileIsSaved) {
     const std::string path = files.file("new file.txt");
     EXPECT_EQ(

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <pwd.h>
 #include <set>
 #include <sstream>
 #include <sys/resource.h>
@@ -41,6 +42,17 @@ TEST(AppDirectoryTest, LiesInTheHomeWithoutADataFolder) {
     for(const char* const unusable: {static_cast<const char*>(nullptr), "", "relative", "./x"}) {
         const EnvironmentVariable data{"XDG_DATA_HOME", unusable};
         EXPECT_EQ(appDirectory(), "/home/me/.local/share/QuillmereEngine")
+            << (unusable ? unusable : "unset");
+    }
+}
+
+TEST(AppDirectoryTest, LiesInTheHomeOfTheUsersEntryWithoutTheVariable) {
+    const passwd* const user = getpwuid(getuid());
+    ASSERT_TRUE(user);
+    const EnvironmentVariable data{"XDG_DATA_HOME", nullptr};
+    for(const char* const unusable: {static_cast<const char*>(nullptr), "", "relative"}) {
+        const EnvironmentVariable home{"HOME", unusable};
+        EXPECT_EQ(appDirectory(), Files::path{user->pw_dir} / ".local/share/QuillmereEngine")
             << (unusable ? unusable : "unset");
     }
 }
@@ -177,10 +189,13 @@ TEST(RunCommandCaptureTest, CommandIsReapedWhenMemoryRunsOut) {
     std::string output;
     const std::string command = "exec yes";
     int status;
+    /* The command inherits whether it's ignored */
+    const auto before = std::signal(SIGPIPE, SIG_DFL);
     {
         const Testing::LimitedMemory memory{100000};
         status = runCommandCapture(command, output);
     }
+    std::signal(SIGPIPE, before);
     /* Nobody reads any more */
     ASSERT_TRUE(WIFSIGNALED(status));
     EXPECT_EQ(WTERMSIG(status), SIGPIPE);
@@ -396,6 +411,28 @@ TEST_F(CopyRecursiveTest, TargetBehindALinkIsNotEntered) {
     EXPECT_THAT(contentOf(to), ElementsAre("file"));
 }
 
+TEST_F(CopyRecursiveTest, FolderOfTheTargetIsNotEntered) {
+    write("from/p/file", "1");
+    to = folder.file("to");
+    Files::create_symlink("../../to/p", from + "/p/l");
+    /* The second time the folder is there before */
+    for(int i = 0; i != 2; ++i) {
+        EXPECT_EQ(copy(), 0);
+        EXPECT_THAT(contentOf(to), ElementsAre("p", "p/file"));
+    }
+    EXPECT_EQ(errors, "");
+}
+
+TEST_F(CopyRecursiveTest, FoldersOfTheTargetThatLeadToEachOtherAreNotEntered) {
+    write("from/a/file", "1");
+    write("from/b/file", "2");
+    to = folder.file("to");
+    Files::create_symlink("../../to/b", from + "/a/l");
+    Files::create_symlink("../../to/a", from + "/b/l");
+    EXPECT_EQ(copy(), 0);
+    EXPECT_THAT(contentOf(to), ElementsAre("a", "a/file", "b", "b/file"));
+}
+
 TEST_F(CopyRecursiveTest, FolderInItselfIsNotEntered) {
     write("from/a/file", "1");
     Files::create_symlink(".", from + "/self");
@@ -425,14 +462,37 @@ TEST_F(CopyRecursiveTest, FileThatIsItsOwnTargetStaysAsItIs) {
     Files::create_symlink(from + "/file", to + "/file");
     EXPECT_EQ(copy(), 0);
     EXPECT_EQ(readFile(from + "/file"), "content");
-    EXPECT_EQ(printed + errors, "");
+    EXPECT_EQ(printed, "Copying " + from + "/file to " + to + "/file\n");
+    EXPECT_EQ(errors, "");
 }
 
-TEST_F(CopyRecursiveTest, PipeFails) {
+TEST_F(CopyRecursiveTest, WhatHasNoEndIsLeftOut) {
+    write("from/sub/file", "1");
     ASSERT_EQ(mkfifo((from + "/pipe").c_str(), 0600), 0);
+    Files::create_symlink("/dev/zero", from + "/zero");
+    EXPECT_EQ(copy(), 0);
+    EXPECT_THAT(contentOf(to), ElementsAre("sub", "sub/file"));
+    EXPECT_EQ(printed, "Copying " + from + "/sub/file to " + to + "/sub/file\n");
+    EXPECT_EQ(errors, "");
+}
+
+TEST_F(CopyRecursiveTest, NullDeviceIsAnEmptyFile) {
+    write("from/sub/file", "1");
+    Files::create_symlink("/dev/null", from + "/null");
+    EXPECT_EQ(copy(), 0);
+    EXPECT_THAT(contentOf(to), ElementsAre("null", "sub", "sub/file"));
+    EXPECT_TRUE(Files::is_regular_file(to + "/null"));
+    EXPECT_EQ(readFile(to + "/null"), "");
+    EXPECT_EQ(errors, "");
+}
+
+TEST_F(CopyRecursiveTest, PipeInTheTargetsPlaceFails) {
+    write("from/file", "1");
+    Files::create_directories(to);
+    ASSERT_EQ(mkfifo((to + "/file").c_str(), 0600), 0);
     EXPECT_EQ(copy(), 1);
-    EXPECT_EQ(printed, "Copying " + from + "/pipe to " + to + "/pipe\n");
-    EXPECT_EQ(errors, "copyRecursive(): " + from + "/pipe is neither a file nor a folder\n");
+    EXPECT_EQ(printed, "Copying " + from + "/file to " + to + "/file\n");
+    EXPECT_EQ(errors, "copyRecursive(): " + to + "/file is a pipe, nothing is copied to it\n");
 }
 
 TEST(GenerateUuidTest, IsRandomOfVersionFour) {
