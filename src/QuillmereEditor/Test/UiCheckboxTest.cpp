@@ -12,8 +12,8 @@
 
 namespace QuillmereEngine { namespace {
 
-using Testing::drawnRectangles;
 using Testing::DrawnQuad;
+using Testing::drawnRectangles;
 using Testing::HeadlessFrame;
 using Testing::InputDriver;
 
