@@ -100,7 +100,12 @@ TEST_F(DocumentEditTest, RemovalPrunesButNeverBelowTheRoot) {
         {"nothing there", R"({"a":{"b":{}}})", "/a/b/c", nullptr, R"({"a":{}})", R"({"a":{}})"},
         {"directly in the root", R"({"a":1})", "/a", nullptr, "{}", nullptr},
         {"child of a plain value", R"({"a":{"b":1}})", "/a/b/c", nullptr, R"({"a":{"b":1}})",
-            nullptr}};
+            nullptr},
+        {"fragment directly in the root", R"({"a":{"b":1}})", "#/a/b", nullptr, R"({"a":{}})",
+            nullptr},
+        {"fragment further below", R"({"a":{"b":{"c":1}}})", "#/a/b/c", nullptr, R"({"a":{}})",
+            nullptr},
+        {"element of the root", R"([[1]])", "/0/0", nullptr, "[[]]", nullptr}};
     for(const Case& row: cases)
         run(row);
 }
