@@ -351,18 +351,37 @@ void addFindRow(const std::size_t count) {
         yardstick});
 }
 
-/* All that the process holds on to for an entry but the values in the document's pool */
-void printEntrySize() {
-    const rapidjson::Value value{1};
+/* Big blocks, such as the array of the entries, are mapped and counted apart from the others */
+std::size_t heapInUse() {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+/* What an entry of an existing member costs: in the document's pool its two copies and the document's
+   own, apart from that its path, the two values that the copies hang on and its place in the array of
+   the entries, which has room for more of them. */
+void printEntrySize(
+    const std::string& kind, const char* const path, const rapidjson::Value& value) {
     ProjectFile project;
+    fill(*project.document);
     ChangeManager manager{project};
-    const std::size_t pool = project.allocator().Size(), heap = mallinfo2().uordblks;
+    const std::size_t pool = project.allocator().Size(), room = project.allocator().Capacity();
+    const std::size_t heap = heapInUse();
     constexpr int count = 100000;
     for(int i = 0; i != count; ++i)
-        manager.pushChange("/objects/1234/translation", value, false);
-    printFigure("change/entry/heap", double(mallinfo2().uordblks - heap) / count, "bytes");
-    printFigure(
-        "change/entry/pool-of-an-int", double(project.allocator().Size() - pool) / count, "bytes");
+        manager.pushChange(path, value, false);
+    /* The pool has its memory from the same heap */
+    const std::size_t withPool = heapInUse() - heap;
+    const std::size_t withoutPool = withPool - (project.allocator().Capacity() - room);
+    printFigure("change/entry-of-" + kind + "/heap", double(withoutPool) / count, "bytes");
+    printFigure("change/entry-of-" + kind + "/pool",
+        double(project.allocator().Size() - pool) / count, "bytes");
+}
+
+void printEntrySizes() {
+    printEntrySize("an-int", "/objects/1234/visible", rapidjson::Value{1});
+    printEntrySize("a-string", "/objects/1234/name",
+        rapidjson::Value{rapidjson::StringRef("A name of an object, 34 bytes long")});
 }
 
 /* A drag of a vector: each step leaves the entry's copy and the document's, 48 bytes each */
@@ -389,7 +408,7 @@ void addChangeRows() {
     addFindRow(64);
     addFindRow(1024);
     addRoundTripRow();
-    printEntrySize();
+    printEntrySizes();
     printDragSize();
 }
 

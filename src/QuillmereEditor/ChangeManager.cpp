@@ -70,13 +70,17 @@ ProjectFile& ChangeManager::project() {
 void ChangeManager::pushChange(
     Containers::Array<char>&& path, const rapidjson::Value* const value, const bool merge) {
     const ChangeLocation location{project(), pathText(path)};
-    if(!location.isUsable("ChangeManager::pushChange():"))
+    /* What is being undone is nothing to merge into */
+    settle();
+    const int target = merge ? mergeTarget(location.path()) : -1;
+    const rapidjson::Value* const oldValue = target != -1 ? _changes[target].oldValue.get()
+                                                          : location.value();
+    if(!location.isUsable("ChangeManager::pushChange():", changeKind(oldValue, value)))
         return;
 
     interrupt();
     /* Before anything is discarded: the value may belong to a change that goes */
     ValuePointer newValue = copied(value, allocator());
-    const int target = merge ? mergeTarget(location.path()) : -1;
     if(target != -1)
         makeNewest(target);
     else
@@ -85,9 +89,7 @@ void ChangeManager::pushChange(
     Change& change = lastChange();
     change.newValue = std::move(newValue);
     change.group = _group;
-    writeChange(project(), location, change.oldValue.get(), change.newValue.get());
-    if(_group < 0)
-        notify({change.path, change.oldValue.get(), change.newValue.get(), change.group});
+    apply(location, stepOf(change));
 }
 
 void ChangeManager::pushChange(
@@ -110,6 +112,7 @@ void ChangeManager::pushChange(
 }
 
 void ChangeManager::pushAppend(const char* const path, const char* const value) {
+    CORRADE_ASSERT(path, "ChangeManager::pushAppend(): path was nullptr", );
     CORRADE_ASSERT(value, "ChangeManager::pushAppend(): value was nullptr", );
     /* The array that is pushed is copied anyway, so this one doesn't stay in the document's pool */
     rapidjson::MemoryPoolAllocator<> pool;
@@ -165,12 +168,25 @@ void ChangeManager::appendChange(Containers::Array<char>&& path, const ChangeLoc
 }
 
 void ChangeManager::applyChange(const Change& change) {
-    const ChangeLocation location{project(), pathText(change.path)};
-    if(!location.isUsable("ChangeManager::applyChange():"))
-        return;
-    writeChange(project(), location, change.oldValue.get(), change.newValue.get());
+    const Step step = stepOf(change);
+    const ChangeLocation location{project(), pathText(step.path)};
+    if(location.isUsable("ChangeManager::applyChange():", changeKind(step.oldValue, step.newValue)))
+        apply(location, step);
+}
+
+ChangeManager::Step ChangeManager::stepOf(const Change& change) {
+    return {change.path, change.oldValue.get(), change.newValue.get(), change.group};
+}
+
+/* With an index to count down, the step is one of undoing. False if a handler changed the history,
+   which ends the undoing and redoing of a group. */
+bool ChangeManager::apply(const ChangeLocation& location, const Step& step, int* const undone) {
+    writeChange(project(), location, step.oldValue, step.newValue);
+
+    Notification notification{_notification, undone};
     if(_group < 0)
-        notify({change.path, change.oldValue.get(), change.newValue.get(), change.group});
+        notify(step);
+    return !notification.isInterrupted();
 }
 
 Change ChangeManager::reverse(const Change& change) {
@@ -189,15 +205,10 @@ void ChangeManager::undo(const Change& change) {
 /* Does what applying the reverse does, without making it: its copies of the values would stay in
    the document's pool. False if the undoing has to end here. */
 bool ChangeManager::undoStep(const Change& change, const char* const function) {
-    const ChangeLocation location{project(), pathText(change.path)};
-    if(!location.isUsable(function))
-        return false;
-    writeChange(project(), location, change.newValue.get(), change.oldValue.get());
-
-    Notification notification{_notification, &_lastChange};
-    if(_group < 0)
-        notify({change.path, change.newValue.get(), change.oldValue.get(), -1});
-    return !notification.isInterrupted();
+    const Step step{change.path, change.newValue.get(), change.oldValue.get(), -1};
+    const ChangeLocation location{project(), pathText(step.path)};
+    return location.isUsable(function, changeKind(step.oldValue, step.newValue)) &&
+        apply(location, step, &_lastChange);
 }
 
 void ChangeManager::undoLast() {
@@ -217,17 +228,13 @@ void ChangeManager::undoLast() {
 }
 
 bool ChangeManager::redoStep() {
-    const Change& change = _changes[_lastChange + 1];
-    const ChangeLocation location{project(), pathText(change.path)};
-    if(!location.isUsable("ChangeManager::redoLastUndo():"))
+    const Step step = stepOf(_changes[_lastChange + 1]);
+    const ChangeLocation location{project(), pathText(step.path)};
+    if(!location.isUsable(
+           "ChangeManager::redoLastUndo():", changeKind(step.oldValue, step.newValue)))
         return false;
     ++_lastChange;
-    writeChange(project(), location, lastChange().oldValue.get(), lastChange().newValue.get());
-
-    Notification notification{_notification, nullptr};
-    if(_group < 0)
-        notify({change.path, change.oldValue.get(), change.newValue.get(), change.group});
-    return !notification.isInterrupted();
+    return apply(location, step);
 }
 
 void ChangeManager::redoLastUndo() {
@@ -257,10 +264,8 @@ void ChangeManager::commit() {
     const int group = _group;
     _group = -1;
     /* Handlers may have undone changes meanwhile, or dropped all */
-    for(int i = _lastChange; i >= 0 && i <= _lastChange && _changes[i].group == group; --i) {
-        const Change& change = _changes[i];
-        notify({change.path, change.oldValue.get(), change.newValue.get(), change.group});
-    }
+    for(int i = _lastChange; i >= 0 && i <= _lastChange && _changes[i].group == group; --i)
+        notify(stepOf(_changes[i]));
 }
 
 void ChangeManager::markSave() {

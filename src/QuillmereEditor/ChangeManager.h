@@ -33,7 +33,7 @@ back before the document goes.
 
 A path that isn't a JSON pointer, or in which the index into an array is negative or above
 2147483647, is refused: one line on the error output names it, and history and document stay as they
-were. A component counts as an index into an array if what it's looked up in is an array, or if
+were. So is writing a value where arrays would have to grow to more than there's memory for. A component counts as an index into an array if what it's looked up in is an array, or if
 nothing or a plain value is there and creating it would make an array.
 
 Undoing a change restores the document, with exceptions that come from how paths are written to:
@@ -68,7 +68,8 @@ they do, these stay valid until they return. A handler may
 
 An @ref undoLast() or @ref redoLastUndo() ends after the change during which a handler changed the
 history or opened a group: the rest of its group stays as it is. A @ref commit() goes on with what is
-still there. Nothing guards against a handler that answers each change with another one.
+still there. A group that a handler opens meanwhile stays open when it's through. Nothing guards
+against a handler that answers each change with another one.
 */
 class ChangeManager {
 public:
@@ -158,10 +159,23 @@ public:
     Does nothing if there's none. Expects that no group is open. A change without a group takes
     along what comes directly before it with the group 0; @ref beginGroup() doesn't give that
     number to any.
+
+    Where the document, changed by other means or by pruning, makes the path of the change an unusable
+    one, it's refused as @ref pushChange() refuses it. The change stays the newest applied one, of a
+    group with all that came before it, and what the group had after it is undone already. Each
+    further call is refused the same way until the document has a place for the change again: older
+    changes aren't undone before it, as they'd meet a document they weren't made in. Pushing goes
+    on, and @ref reset() starts over.
     */
     void undoLast();
 
-    /** @brief Redo the oldest undone change and the rest of its group, as @ref undoLast() undoes */
+    /**
+    @brief Redo the oldest undone change and the rest of its group, as @ref undoLast() undoes
+
+    A change whose path is unusable now stays the oldest undone one, of a group with all that comes
+    after it. Each further call is refused the same way until the document has a place for the
+    change again; pushing another one discards it.
+    */
     void redoLastUndo();
 
     /**
@@ -175,6 +189,10 @@ public:
 
     /**
     @brief Close the group and tell the handlers of its changes, the newest first
+
+    The group is closed before the first handler runs: one may open the next group, which is none of
+    this one's, and after one that throws there's nothing to commit again. The handlers of the
+    remaining changes aren't told then.
 
     Without an open group they're told again of all changes back to the nearest one with a group.
     */
@@ -221,6 +239,8 @@ private:
     int mergeTarget(Corrade::Containers::StringView path) const;
     void makeNewest(int index);
     void appendChange(Corrade::Containers::Array<char>&& path, const ChangeLocation& location);
+    static Step stepOf(const Change& change);
+    bool apply(const ChangeLocation& location, const Step& step, int* undone = nullptr);
     bool undoStep(const Change& change, const char* function);
     bool redoStep();
     void settle();

@@ -65,7 +65,11 @@ public:
         clear([](T&&) {});
     }
 
-    /** @brief Drop all entries and hand each value to @p release, which may keep it */
+    /**
+    @brief Drop all entries and hand each value to @p release, which may keep it
+
+    By then the map is empty. What @p release, or a destructor, puts into it stays.
+    */
     template<class F> void clear(F&& release);
 
 private:
@@ -125,14 +129,16 @@ template<class T> T* StaticMap<T>::findn(const char* const key, const std::size_
 }
 
 template<class T> template<class F> void StaticMap<T>::clear(F&& release) {
-    /* Counted down first: a value that is released may look at the map */
-    const std::size_t count = _size;
-    _size = 0;
-    for(std::size_t i = 0; i != count; ++i) {
+    /* All are out before the first is released, which may look at the map, and even put something
+       into it that has to stay */
+    Corrade::Containers::Array<T> values{Corrade::ValueInit, _size};
+    for(std::size_t i = 0; i != values.size(); ++i) {
         _entries[i].key = nullptr;
-        release(T{std::move(_entries[i].value)});
-        _entries[i].value = T{};
+        values[i] = std::move(_entries[i].value);
     }
+    _size = 0;
+    for(T& value: values)
+        release(T{std::move(value)});
 }
 
 }

@@ -50,6 +50,19 @@ Containers::StringView lastComponent(const Containers::StringView path) {
     return slash ? path.exceptPrefix(std::size_t(slash + 1 - path.data())) : path;
 }
 
+std::string printable(const Containers::StringView path) {
+    constexpr const char* digits = "0123456789abcdef";
+    std::string out;
+    for(const char i: path) {
+        const auto byte = static_cast<unsigned char>(i);
+        if(byte < 0x20 || byte == 0x7f)
+            out += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
+        else
+            out += i;
+    }
+    return out;
+}
+
 IndexKind indexKind(const Containers::StringView component) {
     const Containers::StringView number = digits(component);
     if(number.isEmpty() || !std::all_of(number.begin(), number.end(), [](const char c) {

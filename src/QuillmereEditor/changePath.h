@@ -1,6 +1,8 @@
 #ifndef Quillmere_QuillmereEditor_changePath_h
 #define Quillmere_QuillmereEditor_changePath_h
 
+#include <string>
+
 #include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/StringView.h>
 
@@ -18,6 +20,9 @@ Corrade::Containers::StringView parentPath(Corrade::Containers::StringView path)
 
 /** @brief What stands behind the last slash: `b` for `/a/b`, all of it if there's no slash */
 Corrade::Containers::StringView lastComponent(Corrade::Containers::StringView path);
+
+/** @brief The path for a message of one line: a control character shows as `\x0a` */
+std::string printable(Corrade::Containers::StringView path);
 
 /** @brief What a component of a path says as an array index */
 enum class IndexKind {

@@ -29,14 +29,15 @@ bool isEmptyContainer(const rapidjson::Value* const value) {
 /* The loop ends below the root: an empty /objects is a part of the project's shape, an empty
    /objects/3/components isn't */
 void removeAt(rapidjson::Document& document, const ChangeLocation& location) {
-    location.pointer().Erase(document);
-    Containers::StringView path = parentPath(location.path());
-    while(!path.isEmpty() && isEmptyContainer(pointerTo(path).Get(document))) {
-        const Containers::StringView parent = parentPath(path);
-        if(parent.isEmpty())
+    using Pointer = ChangeLocation::Pointer;
+    const Pointer& pointer = location.pointer();
+    pointer.Erase(document);
+    /* By components and not by the text, in which a URI fragment has one character more */
+    for(std::size_t count = pointer.GetTokenCount(); count > 2; --count) {
+        const Pointer container{pointer.GetTokens(), count - 1};
+        if(!isEmptyContainer(container.Get(document)))
             return;
-        pointerTo(path).Erase(document);
-        path = parent;
+        container.Erase(document);
     }
 }
 

@@ -56,6 +56,15 @@ template<class Path> bool matches(const rapidjson::Pointer& pattern, const Path&
         [](const auto& i, const auto& j) { return isWildcard(i) || isEqual(i, j); });
 }
 
+/* By their lengths, as a name in JSON may have a NUL in it */
+bool isNamed(const rapidjson::Value& resource, const std::string& name) {
+    if(!resource.IsObject())
+        return false;
+    const auto found = resource.FindMember("name");
+    return found != resource.MemberEnd() &&
+        found->value == rapidjson::Value{rapidjson::StringRef(name.data(), name.size())};
+}
+
 }
 
 ProjectFile::ProjectFile(): document{InPlaceInit, rapidjson::kObjectType} {}
@@ -129,6 +138,7 @@ const ProjectFile::Default* ProjectFile::findDefault(const Path& path) const {
 }
 
 void ProjectFile::setDefault(const char* const pattern, const rapidjson::Value& value) {
+    CORRADE_ASSERT(pattern, "ProjectFile::setDefault(): pattern was nullptr", );
     const rapidjson::Pointer parsed{pattern};
     CORRADE_ASSERT(parsed.IsValid(),
         "ProjectFile::setDefault(): expected a JSON pointer but got" << pattern, );
@@ -147,19 +157,22 @@ const char* ProjectFile::resourceByName(
     const rapidjson::Value& root = *document;
     if(!root.IsObject())
         return nullptr;
-    const auto resources = root.FindMember(typeName.c_str());
+    /* A bare StringRef would be taken as a C string, which ends at a NUL in the name */
+    const auto resources = root.FindMember(
+        rapidjson::Value{rapidjson::StringRef(typeName.data(), typeName.size())});
     if(resources == root.MemberEnd() || !resources->value.IsObject())
         return nullptr;
     /* Not by key, which would be another search for each of them */
     for(const rapidjson::Value::Member& resource: resources->value.GetObject()) {
-        const ValueAccess resourceName = ValueAccess{resource.value}["name"];
-        if(resourceName.isString() && name == resourceName.asString())
+        if(isNamed(resource.value, name))
             return resource.name.GetString();
     }
     return nullptr;
 }
 
 ValueAccess ProjectFile::operator[](const char* const typeName) const {
+    CORRADE_ASSERT(
+        typeName, "ProjectFile::operator[](): typeName was nullptr", ValueAccess{nullptr});
     return ValueAccess{*document}[typeName];
 }
 

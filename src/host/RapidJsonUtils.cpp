@@ -7,6 +7,7 @@
 #include <limits>
 
 #include <Corrade/Containers/StringView.h>
+#include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Debug.h>
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
@@ -105,6 +106,7 @@ rapidjson::Value copyTree(const rapidjson::Value& value, Allocator& allocator) {
 
 int enumStringToValue(
     const char* const string, const Containers::ArrayView<const char* const> names) {
+    CORRADE_ASSERT(string, "RapidJsonUtils::enumStringToValue(): string was nullptr", -1);
     for(std::size_t i = 0; i != names.size(); ++i)
         if(std::strcmp(string, names[i]) == 0)
             return int(i);

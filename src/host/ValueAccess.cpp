@@ -11,7 +11,9 @@ const char* JsonObject::asString() const { return isString() ? _value->GetString
 
 bool JsonObject::asBool() const { return _value && _value->IsTrue(); }
 
-const rapidjson::Value* JsonObject::member(const char* const key) const {
+const rapidjson::Value* JsonObject::member(
+    const char* const key, const char* const function) const {
+    CORRADE_ASSERT(key, function << "key was nullptr", {});
     if(!_value || !_value->IsObject())
         return nullptr;
     const auto found = _value->FindMember(key);

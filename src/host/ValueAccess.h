@@ -29,8 +29,9 @@ public:
     bool asBool() const;
 
 protected:
-    /* The member of that name, null if there's none or this is no object */
-    const rapidjson::Value* member(const char* key) const;
+    /* The member of that name, null if there's none or this is no object. The function is named if
+       the key is null. */
+    const rapidjson::Value* member(const char* key, const char* function) const;
 
     const rapidjson::Value* _value;
 };
@@ -41,7 +42,9 @@ public:
     using JsonObject::JsonObject;
 
     /** @brief A member, a value that doesn't exist if there's none of that name */
-    SubValueAccess operator[](const char* key) const { return SubValueAccess{member(key)}; }
+    SubValueAccess operator[](const char* key) const {
+        return SubValueAccess{member(key, "SubValueAccess::operator[]():")};
+    }
 };
 
 /**
@@ -79,10 +82,14 @@ public:
     explicit ValueAccess(const rapidjson::Value& value): JsonObject{&value} {}
 
     /** @brief A member as something that has members itself */
-    ValueAccess operator[](const char* key) const { return ValueAccess{member(key)}; }
+    ValueAccess operator[](const char* key) const {
+        return ValueAccess{member(key, "ValueAccess::operator[]():")};
+    }
 
     /** @brief The member itself, for its value */
-    SubValueAccess subValue(const char* key) const { return SubValueAccess{member(key)}; }
+    SubValueAccess subValue(const char* key) const {
+        return SubValueAccess{member(key, "ValueAccess::subValue():")};
+    }
 
     /** @brief Number of members, zero for anything but an object */
     std::size_t size() const;

@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -19,6 +18,8 @@ namespace QuillmereEngine {
 namespace {
 
 constexpr int MaxAttempts = 100;
+/* As many as Linux itself follows */
+constexpr int MaxLinks = 40;
 
 bool fail(std::string& error) {
     error = std::strerror(errno);
@@ -35,25 +36,36 @@ bool writeAll(const int descriptor, Containers::StringView content) {
     return true;
 }
 
+/* With the slash, empty for a name alone */
+std::string folderOf(const std::string& file) { return file.substr(0, file.rfind('/') + 1); }
+
 /* Not mkstemp(): its files are their owner's alone, while a new project has to get the mode that
-   any new file gets */
-int createBeside(const std::string& file, std::string& temporary) {
+   any new file gets. Not the file's name with something behind, which may be as long as a name can
+   be. */
+int createBeside(const std::string& file, const mode_t mode, std::string& temporary) {
     for(int i = 0; i != MaxAttempts; ++i) {
-        temporary = file + ".saving-" + std::to_string(getpid()) + "-" + std::to_string(i);
+        temporary = folderOf(file) + ".saving-" + std::to_string(getpid()) + "-" +
+            std::to_string(i);
         const int descriptor = open(
-            temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if(descriptor >= 0 || errno != EEXIST)
             return descriptor;
     }
     return -1;
 }
 
-/* What is behind links, so that these stay. A file that doesn't exist yet is its own target. */
-std::string targetOf(const std::string& file) {
-    char* const resolved = realpath(file.c_str(), nullptr);
-    const std::string target = resolved ? resolved : file;
-    std::free(resolved);
-    return target;
+/* What is behind links, so that these stay. Not realpath(), for which the last one has to lead to
+   something. A file that doesn't exist yet is its own target. */
+bool resolveLinks(std::string& file) {
+    char target[PATH_MAX];
+    for(int i = 0; i != MaxLinks; ++i) {
+        const ssize_t size = readlink(file.c_str(), target, sizeof(target));
+        if(size < 0)
+            return true;
+        file = (target[0] == '/' ? "" : folderOf(file)) + std::string(target, std::size_t(size));
+    }
+    errno = ELOOP;
+    return false;
 }
 
 bool fillAndClose(const int descriptor, const Containers::StringView content,
@@ -71,9 +83,9 @@ bool fillAndClose(const int descriptor, const Containers::StringView content,
 /* The new name is on the disk only with the folder. By then the new content is in place, so there's
    nothing to report if a file system can't do it. */
 void syncFolderOf(const std::string& file) {
-    const std::size_t slash = file.rfind('/');
-    const std::string folder = slash == std::string::npos ? "." : file.substr(0, slash + 1);
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const std::string folder = folderOf(file);
+    const int descriptor = open(
+        folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if(descriptor < 0)
         return;
     fsync(descriptor);
@@ -97,7 +109,9 @@ bool readWholeFile(const std::string& file, std::string& content, std::string& e
 
 bool replaceFile(
     const std::string& file, const Containers::StringView content, std::string& error) {
-    const std::string target = targetOf(file);
+    std::string target = file;
+    if(!resolveLinks(target))
+        return fail(error);
     struct stat former;
     const bool exists = stat(target.c_str(), &former) == 0;
     if(exists && !S_ISREG(former.st_mode)) {
@@ -105,8 +119,9 @@ bool replaceFile(
         return false;
     }
 
+    /* What is nobody else's to read isn't either while it's written */
     std::string temporary;
-    const int descriptor = createBeside(target, temporary);
+    const int descriptor = createBeside(target, exists ? 0600 : 0666, temporary);
     if(descriptor < 0)
         return fail(error);
     bool isGood = fillAndClose(descriptor, content, exists ? &former : nullptr, error);

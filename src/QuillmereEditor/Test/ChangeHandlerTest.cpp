@@ -154,6 +154,22 @@ TEST_F(ChangeHandlerTest, GroupIsToldAtCommitNewestFirst) {
     EXPECT_EQ(lastGroup, 1);
 }
 
+TEST_F(ChangeHandlerTest, AppliedChangeIsToldButNotInAGroup) {
+    push("/a", "1");
+    const Change change = manager.reverse(manager.lastChange());
+    listen("a");
+    manager.applyChange(change);
+    EXPECT_EQ(document(), "{}");
+    EXPECT_EQ(calls, Calls{"a: Remove /a: 1 -> ()"});
+    EXPECT_EQ(manager.changeCount(), 1u);
+
+    manager.beginGroup();
+    manager.applyChange(manager.reverse(change));
+    EXPECT_EQ(document(), R"({"a":1})");
+    manager.commit();
+    EXPECT_EQ(calls.size(), 1u) << "what isn't recorded isn't in the group";
+}
+
 TEST_F(ChangeHandlerTest, CommitWithoutGroupTellsAgain) {
     push("/a", "1");
     manager.beginGroup();
@@ -368,6 +384,76 @@ TEST_F(ChangeHandlerTest, CommitInAHandlerOfAPushTellsAgainOnce) {
     EXPECT_EQ(calls, (Calls{"b: Create /b: () -> 1", "a after: Create /a: () -> 2"}));
 }
 
+TEST_F(ChangeHandlerTest, CommitWhileUndoingTellsOfWhatStaysApplied) {
+    push("/first", "0");
+    manager.beginGroup();
+    push("/a", "1");
+    push("/b", "2");
+    manager.commit();
+    push("/c", "3");
+    listen("first");
+    listen("a");
+    once("c", [this] { manager.commit(); });
+    manager.undoLast();
+    EXPECT_EQ(calls, Calls{"c after: Remove /c: 3 -> ()"}) << "the group ends what is told again";
+
+    once("b", [this] { manager.commit(); });
+    manager.undoLast();
+    EXPECT_EQ(calls,
+        (Calls{"c after: Remove /c: 3 -> ()", "b after: Remove /b: 2 -> ()",
+            "a: Remove /a: 1 -> ()"}));
+    EXPECT_EQ(document(), R"({"first":0})") << "committing doesn't end the undoing of the group";
+    EXPECT_STREQ(manager.lastChange().path.data(), "/first");
+}
+
+TEST_F(ChangeHandlerTest, CommitWhileUndoingTakesTheChangeAsUndone) {
+    push("/a", "1");
+    push("/b", "2");
+    listen("a");
+    once("b", [this] {
+        manager.commit();
+        EXPECT_STREQ(manager.lastChange().path.data(), "/a");
+    });
+    manager.undoLast();
+    EXPECT_EQ(calls, (Calls{"a: Create /a: () -> 1", "b after: Remove /b: 2 -> ()"}));
+    EXPECT_STREQ(manager.lastChange().path.data(), "/a");
+}
+
+TEST_F(ChangeHandlerTest, GroupOpenedInACommitStaysOpen) {
+    manager.beginGroup();
+    push("/a", "1");
+    push("/b", "2");
+    once("b", [this] {
+        EXPECT_EQ(manager.beginGroup(), 2);
+        push("/answer", "3");
+    });
+    listen("a");
+    listen("answer");
+    manager.commit();
+    EXPECT_EQ(calls, (Calls{"b after: Create /b: () -> 2", "a: Create /a: () -> 1"}));
+    manager.commit();
+    EXPECT_EQ(calls.back(), "answer: Create /answer: () -> 3");
+    EXPECT_EQ(calls.size(), 3u);
+    manager.undoLast();
+    EXPECT_EQ(document(), R"({"a":1,"b":2})");
+}
+
+TEST_F(ChangeHandlerTest, ExceptionInACommitLeavesTheGroupClosed) {
+    manager.beginGroup();
+    push("/a", "1");
+    push("/b", "2");
+    once("b", [] { throw std::runtime_error{"no"}; });
+    listen("a");
+    EXPECT_THROW(manager.commit(), std::runtime_error);
+    EXPECT_TRUE(calls.empty());
+    push("/c", "3");
+    EXPECT_EQ(manager.lastChange().group, -1);
+    manager.undoLast();
+    manager.undoLast();
+    EXPECT_EQ(document(), "{}");
+    EXPECT_EQ(calls, Calls{"a: Remove /a: 1 -> ()"});
+}
+
 TEST_F(ChangeHandlerTest, HandlerRegisteredInAHandlerHearsOfTheRest) {
     once("a", [this] {
         for(const char* const key:
@@ -390,6 +476,45 @@ TEST_F(ChangeHandlerTest, ResetInAHandlerKeepsItUntilItReturns) {
     EXPECT_EQ(manager.changeCount(), 0u);
     push("/b", "2");
     EXPECT_EQ(manager.changeCount(), 1u);
+}
+
+TEST_F(ChangeHandlerTest, ResetInAHandlerOfAHandlersChangeKeepsBoth) {
+    bool isOuterDestroyed = false, isInnerDestroyed = false;
+    manager.addChangeHandler("a",
+        Containers::Pointer<ChangeHandler>{new WatchedHandler{isOuterDestroyed, [&] {
+                                                                  push("/inner", "2");
+                                                                  EXPECT_FALSE(isInnerDestroyed);
+                                                              }}});
+    manager.addChangeHandler(
+        "inner", Containers::Pointer<ChangeHandler>{new WatchedHandler{isInnerDestroyed, [this] {
+                                                                           manager.reset(project);
+                                                                           push("/after", "3");
+                                                                       }}});
+    listen("b");
+    push("/a/b", "1");
+    EXPECT_TRUE(isOuterDestroyed);
+    EXPECT_TRUE(isInnerDestroyed);
+    EXPECT_TRUE(calls.empty());
+    EXPECT_EQ(manager.changeCount(), 1u);
+    EXPECT_STREQ(manager.lastChange().path.data(), "/after");
+    EXPECT_EQ(document(), R"({"a":{"b":1},"inner":2,"after":3})");
+}
+
+/* As a panel does that goes with its handler and leaves another one behind */
+TEST_F(ChangeHandlerTest, HandlerRegisteredByAHandlersDestructorStays) {
+    struct Successor: ChangeHandler {
+        explicit Successor(std::function<void()> end): _end{std::move(end)} {}
+        ~Successor() override { _end(); }
+        void handle(const Change&, Containers::ArrayView<const std::string>) override {}
+
+        std::function<void()> _end;
+    };
+    for(const char* const key: {"a", "b"})
+        manager.addChangeHandler(
+            key, Containers::Pointer<ChangeHandler>{new Successor{[this, key] { listen(key); }}});
+    manager.reset(project);
+    push("/a/b", "1");
+    EXPECT_EQ(calls, (Calls{"a: Create /a/b: () -> 1", "b: Create /a/b: () -> 1"}));
 }
 
 TEST_F(ChangeHandlerTest, ResetWhileUndoingLeavesAnEmptyHistory) {

@@ -386,6 +386,23 @@ TEST_F(ChangeManagerDeathTest, NoDocument) {
         "^Containers::Pointer: the pointer is null\n$");
 }
 
+TEST_F(ChangeManagerDeathTest, NullArguments) {
+    const char* const none = nullptr;
+    const rapidjson::Value value{1};
+    EXPECT_EXIT(manager.pushChange(none, value, false), testing::KilledBySignal(SIGABRT),
+        "^ChangeManager::pushChange\\(\\): path was nullptr\n$");
+    EXPECT_EXIT(manager.pushChange(none, "x", false), testing::KilledBySignal(SIGABRT),
+        "^ChangeManager::pushChange\\(\\): path was nullptr\n$");
+    EXPECT_EXIT(manager.pushChange("/a", none, false), testing::KilledBySignal(SIGABRT),
+        "^ChangeManager::pushChange\\(\\): value was nullptr\n$");
+    EXPECT_EXIT(manager.pushAppend(none, "x"), testing::KilledBySignal(SIGABRT),
+        "^ChangeManager::pushAppend\\(\\): path was nullptr\n$");
+    EXPECT_EXIT(manager.pushAppend("/a", none), testing::KilledBySignal(SIGABRT),
+        "^ChangeManager::pushAppend\\(\\): value was nullptr\n$");
+    EXPECT_EXIT(manager.pushRemoval(none), testing::KilledBySignal(SIGABRT),
+        "^ChangeManager::pushRemoval\\(\\): path was nullptr\n$");
+}
+
 TEST_F(ChangeManagerDeathTest, NoProject) {
     ChangeManager none;
     EXPECT_EXIT(none.pushChange("/a", "1", false), testing::KilledBySignal(SIGABRT),

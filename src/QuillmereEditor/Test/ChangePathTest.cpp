@@ -34,6 +34,12 @@ TEST(ChangePathTest, ParentAndLastComponent) {
     }
 }
 
+TEST(ChangePathTest, PrintableIsOneLine) {
+    const std::string path{"/a\r\n\t\x01\x1f\x7f/ ~\xc3\xa4"};
+    EXPECT_EQ(printable(path), "/a\\x0d\\x0a\\x09\\x01\\x1f\\x7f/ ~\xc3\xa4");
+    EXPECT_EQ(printable(""), "");
+}
+
 TEST(ChangePathTest, IndexIsDigitsBehindAnOptionalMinus) {
     const struct {
         const char* component;

@@ -36,6 +36,23 @@ protected:
     }
 };
 
+/* Where big arrays would have to be padded. The changes are made in a process that ends with them. */
+class DocumentEditMemoryTest: public DocumentEditTest {
+protected:
+    void SetUp() override {
+        if(Testing::IsSanitized)
+            GTEST_SKIP() << "The sanitizer itself needs more address space than there is here";
+    }
+
+    template<class F>
+    void changeInAGigabyte(F&& change, const std::size_t count, const std::string& after) {
+        rlimit limit{rlim_t{1} << 30, RLIM_INFINITY};
+        setrlimit(RLIMIT_AS, &limit);
+        change();
+        _exit(manager.changeCount() == count && document() == after ? 0 : 1);
+    }
+};
+
 }
 
 TEST_F(DocumentEditTest, CreatesInObjects) {
@@ -100,7 +117,12 @@ TEST_F(DocumentEditTest, RemovalPrunesButNeverBelowTheRoot) {
         {"nothing there", R"({"a":{"b":{}}})", "/a/b/c", nullptr, R"({"a":{}})", R"({"a":{}})"},
         {"directly in the root", R"({"a":1})", "/a", nullptr, "{}", nullptr},
         {"child of a plain value", R"({"a":{"b":1}})", "/a/b/c", nullptr, R"({"a":{"b":1}})",
-            nullptr}};
+            nullptr},
+        {"fragment directly in the root", R"({"a":{"b":1}})", "#/a/b", nullptr, R"({"a":{}})",
+            nullptr},
+        {"fragment further below", R"({"a":{"b":{"c":1}}})", "#/a/b/c", nullptr, R"({"a":{}})",
+            nullptr},
+        {"element of the root", R"([[1]])", "/0/0", nullptr, "[[]]", nullptr}};
     for(const Case& row: cases)
         run(row);
 }
@@ -225,17 +247,49 @@ TEST_F(DocumentEditTest, UnusablePathsAreRefused) {
 }
 
 /* Padding used to write to where RapidJSON's pool had no memory */
-TEST_F(DocumentEditTest, PaddingWithoutMemoryIsRefused) {
-    if(Testing::IsSanitized)
-        GTEST_SKIP() << "The sanitizer itself needs more address space than there is here";
-    const auto pushInAGigabyte = [this] {
-        rlimit limit{rlim_t{1} << 30, RLIM_INFINITY};
-        setrlimit(RLIMIT_AS, &limit);
-        push("/list/2147483647", "1");
-        _exit(manager.changeCount() == 0 && document() == "{}" ? 0 : 1);
-    };
-    EXPECT_EXIT(pushInAGigabyte(), testing::ExitedWithCode(0),
+TEST_F(DocumentEditMemoryTest, PaddingIsRefused) {
+    EXPECT_EXIT(changeInAGigabyte([this] { push("/list/2147483647", "1"); }, 0, "{}"),
+        testing::ExitedWithCode(0),
         "^ChangeManager::pushChange\\(\\): /list/2147483647 needs more memory than there is\n$");
+}
+
+/* Each of the two arrays would fit */
+TEST_F(DocumentEditMemoryTest, NestedPaddingIsRefused) {
+    EXPECT_EXIT(changeInAGigabyte([this] { push("/list/40000000/40000000", "1"); }, 0, "{}"),
+        testing::ExitedWithCode(0),
+        "^ChangeManager::pushChange\\(\\): /list/40000000/40000000 needs more memory than there "
+        "is\n$");
+}
+
+TEST_F(DocumentEditMemoryTest, NumberOfAMemberPadsNothing) {
+    project.setDefault("/names/*", parsed(R"("nobody")"));
+    EXPECT_EXIT(changeInAGigabyte(
+                    [this] { push("/names/2000000000", "1"); }, 1, R"({"names":{"2000000000":1}})"),
+        testing::ExitedWithCode(0), "^$");
+}
+
+TEST_F(DocumentEditMemoryTest, ArraysAboveAMemberArePaddedNevertheless) {
+    project.setDefault("/lists/*/*", parsed(R"("nobody")"));
+    EXPECT_EXIT(changeInAGigabyte([this] { push("/lists/2000000000/2000000000", "1"); }, 0, "{}"),
+        testing::ExitedWithCode(0),
+        "^ChangeManager::pushChange\\(\\): /lists/2000000000/2000000000 needs more memory than "
+        "there is\n$");
+}
+
+TEST_F(DocumentEditMemoryTest, RemovalPadsNothing) {
+    setDocument(R"({"list":["x"]})");
+    const auto remove = [this] {
+        manager.pushRemoval("/list/2000000000");
+        if(manager.lastChange().oldValue || manager.lastChange().newValue)
+            _exit(2);
+    };
+    EXPECT_EXIT(
+        changeInAGigabyte(remove, 1, R"({"list":["x"]})"), testing::ExitedWithCode(0), "^$");
+}
+
+TEST_F(DocumentEditTest, RefusalIsOneLineWhateverThePath) {
+    EXPECT_EQ(errorsOf([&] { push("a\n\x1b\x7f/\xc3\xa4", "1"); }),
+        "ChangeManager::pushChange(): a\\x0a\\x1b\\x7f/\xc3\xa4 is not a JSON pointer\n");
 }
 
 /* A pruned object with such a member can't be told from an array any more. Undo stops there instead
@@ -259,6 +313,37 @@ TEST_F(DocumentEditTest, RedoStopsAtAPathThatBecameUnusable) {
         "ChangeManager::redoLastUndo(): /a/-1 has a negative array index\n");
     EXPECT_EQ(document(), R"({"a":[]})");
     EXPECT_FALSE(manager.hasUnsavedChanges());
+}
+
+TEST_F(DocumentEditTest, RefusedChangeHoldsUpItsGroup) {
+    setDocument(R"({"a":{}})");
+    manager.beginGroup();
+    push("/x", "1");
+    push("/a/-1", "2");
+    push("/y", "3");
+    manager.commit();
+
+    setDocument(R"({"a":[],"x":1,"y":3})");
+    const std::string undoLine = "ChangeManager::undoLast(): /a/-1 has a negative array index\n";
+    EXPECT_EQ(errorsOf([&] { manager.undoLast(); }), undoLine);
+    EXPECT_EQ(document(), R"({"a":[],"x":1})");
+    EXPECT_EQ(errorsOf([&] { manager.undoLast(); }), undoLine);
+    EXPECT_EQ(document(), R"({"a":[],"x":1})");
+    EXPECT_STREQ(manager.lastChange().path.data(), "/a/-1");
+    setDocument(R"({"a":{"-1":2},"x":1})");
+    manager.undoLast();
+    EXPECT_EQ(document(), R"({"a":{}})");
+
+    setDocument(R"({"a":[]})");
+    const std::string redoLine =
+        "ChangeManager::redoLastUndo(): /a/-1 has a negative array index\n";
+    EXPECT_EQ(errorsOf([&] { manager.redoLastUndo(); }), redoLine);
+    EXPECT_EQ(errorsOf([&] { manager.redoLastUndo(); }), redoLine);
+    EXPECT_EQ(document(), R"({"a":[],"x":1})");
+    EXPECT_STREQ(manager.lastChange().path.data(), "/x");
+    setDocument(R"({"a":{},"x":1})");
+    manager.redoLastUndo();
+    EXPECT_EQ(document(), R"({"a":{"-1":2},"x":1,"y":3})");
 }
 
 TEST_F(DocumentEditTest, UnterminatedPathArraysAreReadToTheirEnd) {

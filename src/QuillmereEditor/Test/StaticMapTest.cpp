@@ -119,6 +119,19 @@ TEST(StaticMapTest, ClearingHandsTheValuesOver) {
     EXPECT_EQ(*released[0], 0);
 }
 
+TEST(StaticMapTest, WhatIsPutWhileClearingStays) {
+    IntMap map = filled({"b", "a"});
+    map.clear([&](Containers::Pointer<int>&& value) {
+        if(map.size() == map.capacity())
+            map.grow(1);
+        map.put(*value ? "second" : "first", Containers::pointer<int>(*value + 10));
+    });
+    map.compile();
+    EXPECT_EQ(map.size(), 2u);
+    EXPECT_EQ(valueOf(map, "first", 6), 10);
+    EXPECT_EQ(valueOf(map, "second", 7), 11);
+}
+
 TEST(StaticMapDeathTest, NullKey) {
     IntMap map;
     map.grow(1);

@@ -122,6 +122,24 @@ TEST_F(ProjectFileTest, ResourcesAreFoundByName) {
     EXPECT_EQ(project.resourceByName("meshes", "box"), nullptr);
 }
 
+TEST_F(ProjectFileTest, NamesAreComparedBehindANulToo) {
+    ASSERT_TRUE(load(R"({"m":{"0":{"name":"box"}},"m\u0000n":{"1":{"name":"box\u0000a"},)"
+                     R"("2":{"name":"box"},"3":{"name":"box\u0000b"}}})"));
+    const std::string type{"m\0n", 3};
+    EXPECT_STREQ(project.resourceByName("m", "box"), "0");
+    EXPECT_STREQ(project.resourceByName(type, "box"), "2");
+    EXPECT_STREQ(project.resourceByName(type, std::string{"box\0b", 5}), "3");
+    EXPECT_EQ(project.resourceByName(type, std::string{"box\0", 4}), nullptr);
+}
+
+TEST_F(ProjectFileTest, NullArgumentsEndTheProcess) {
+    const char* const none = nullptr;
+    EXPECT_EXIT(project.setDefault(none, rapidjson::Value{}), testing::KilledBySignal(SIGABRT),
+        "^ProjectFile::setDefault\\(\\): pattern was nullptr\n$");
+    EXPECT_EXIT(project[none], testing::KilledBySignal(SIGABRT),
+        "^ProjectFile::operator\\[\\]\\(\\): typeName was nullptr\n$");
+}
+
 TEST_F(ProjectFileTest, TypesAreAccessedByName) {
     ASSERT_TRUE(load(R"({"meshes":{"1":{"name":"box"}}})"));
     EXPECT_STREQ(project["meshes"]["1"]["name"].asString(), "box");

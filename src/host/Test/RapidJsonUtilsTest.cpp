@@ -61,6 +61,11 @@ TEST(RapidJsonUtilsTest, EnumStringToValueFindsWholeNames) {
     EXPECT_EQ(RapidJsonUtils::enumStringToValue("box", {}), -1);
 }
 
+TEST(RapidJsonUtilsDeathTest, EnumStringToValueOfNull) {
+    EXPECT_EXIT(RapidJsonUtils::enumStringToValue(nullptr, {}), testing::KilledBySignal(SIGABRT),
+        "^RapidJsonUtils::enumStringToValue\\(\\): string was nullptr\n$");
+}
+
 TEST(RapidJsonUtilsTest, JsonIsCompactAndEscaped) {
     const char* const json =
         R"({"a":[1,-2,null,true,false,"\"\\\b\f\n\r\t\u0000\u001F/ä"],"b":{},"c":[],)"

@@ -35,7 +35,8 @@ protected:
 /* A disk that's full after some bytes, while it lives */
 class FileSizeLimit {
 public:
-    explicit FileSizeLimit(const rlim_t bytes): _handler{std::signal(SIGXFSZ, SIG_IGN)} {
+    explicit FileSizeLimit(const rlim_t bytes, void (*const reached)(int) = SIG_IGN):
+        _handler{std::signal(SIGXFSZ, reached)} {
         getrlimit(RLIMIT_FSIZE, &_former);
         const rlimit limit{bytes, _former.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
@@ -87,6 +88,47 @@ TEST_F(ReplaceFileTest, FollowsLinks) {
     EXPECT_TRUE(std::filesystem::is_symlink(link));
 }
 
+TEST_F(ReplaceFileTest, FollowsLinksToWhereNothingIs) {
+    std::filesystem::create_directory(folder.file("folder"));
+    ASSERT_EQ(symlink("folder/second", folder.file("first").c_str()), 0);
+    ASSERT_EQ(symlink(folder.file("file").c_str(), folder.file("folder/second").c_str()), 0);
+    EXPECT_TRUE(replaceFile(folder.file("first"), "new", error)) << error;
+    EXPECT_EQ(readFile(folder.file("file")), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.file("first")));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.file("folder/second")));
+
+    ASSERT_EQ(symlink("none/file", folder.file("astray").c_str()), 0);
+    EXPECT_FALSE(replaceFile(folder.file("astray"), "new", error));
+    EXPECT_EQ(error, "No such file or directory");
+    ASSERT_EQ(symlink("circle", folder.file("circle").c_str()), 0);
+    EXPECT_FALSE(replaceFile(folder.file("circle"), "new", error));
+    EXPECT_EQ(error, "Too many levels of symbolic links");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.file("circle")));
+}
+
+TEST_F(ReplaceFileTest, NameMayBeAsLongAsNamesCanBe) {
+    const std::string file = folder.file(std::string(255, 'x'));
+    EXPECT_TRUE(replaceFile(file, "first", error)) << error;
+    EXPECT_TRUE(replaceFile(file, "second", error)) << error;
+    EXPECT_EQ(readFile(file), "second");
+    EXPECT_EQ(fileCount(), 1u);
+}
+
+TEST_F(ReplaceFileTest, PrivateFileIsPrivateWhileWritten) {
+    const std::string file = folder.write("file", "old");
+    chmod(file.c_str(), 0600);
+    /* The only moment to look: in the middle of writing, when the limit is reached */
+    static std::string temporary;
+    static mode_t mode;
+    temporary = folder.file(".saving-" + std::to_string(getpid()) + "-0");
+    mode = 0;
+    {
+        const FileSizeLimit limit{4096, [](int) { mode = modeOf(temporary); }};
+        EXPECT_FALSE(replaceFile(file, std::string(100000, 'x'), error));
+    }
+    EXPECT_EQ(mode, mode_t(0600));
+}
+
 TEST_F(ReplaceFileTest, FullDiskLeavesTheOldFile) {
     const std::string file = folder.write("file", "old");
     const std::string content(100000, 'x');
@@ -114,8 +156,7 @@ TEST_F(ReplaceFileTest, FailuresSayWhy) {
 
 TEST_F(ReplaceFileTest, LeftoversOfACrashAreInNobodysWay) {
     const std::string file = folder.write("file", "old");
-    const std::string leftover = file + ".saving-" + std::to_string(getpid()) + "-0";
-    folder.write(std::filesystem::path{leftover}.filename().string(), "half");
+    const std::string leftover = folder.write(".saving-" + std::to_string(getpid()) + "-0", "half");
     EXPECT_TRUE(replaceFile(file, "new", error)) << error;
     EXPECT_EQ(readFile(file), "new");
     EXPECT_EQ(readFile(leftover), "half");

@@ -76,6 +76,18 @@ TEST_F(ValueAccessTest, MembersHaveTheIndicesOfTheirKeys) {
         "^ValueAccess::at\\(\\): expected an index below 3 but got 3\n$");
 }
 
+TEST_F(ValueAccessTest, NullKeyEndsTheProcess) {
+    const ValueAccess root{document};
+    const SubValueAccess sub{&document};
+    const char* const none = nullptr;
+    EXPECT_EXIT(root[none], testing::KilledBySignal(SIGABRT),
+        "^ValueAccess::operator\\[\\]\\(\\): key was nullptr\n$");
+    EXPECT_EXIT(root.subValue(none), testing::KilledBySignal(SIGABRT),
+        "^ValueAccess::subValue\\(\\): key was nullptr\n$");
+    EXPECT_EXIT(sub[none], testing::KilledBySignal(SIGABRT),
+        "^SubValueAccess::operator\\[\\]\\(\\): key was nullptr\n$");
+}
+
 TEST(ResourceManagerTest, ObjectsHaveTheirTypeName) {
     const ObjectResourceManager manager;
     const AbstractResourceManager& base = manager;
