@@ -231,6 +231,31 @@ TEST_F(UiResourcesTest, DeletedObjectsAreHidden) {
     EXPECT_EQ(items(), (std::vector<std::string>{"-none-", "Lamp", "Lamp"}));
 }
 
+/* Of which only what can be seen is drawn */
+TEST_F(UiResourcesTest, LongListIsScrolledAndKeepsItsWidth) {
+    const std::string longName(100, 'W');
+    std::string json = R"({"meshes":{)";
+    for(int i = 0; i != 500; ++i)
+        json += "\"m" + std::to_string(i) + R"(":{"name":"Mesh)" + std::to_string(i) + "\"},";
+    panel.setDocument(json + R"("last":{"name":")" + longName + R"("}},"v":null})");
+    panel.show([this] {
+        panel.ui.selectResource("v", "meshes", false);
+        panel.mark();
+    });
+    open();
+    EXPECT_LT(items().size(), 50u);
+    ImGuiWindow& popup = *ImGui::GetCurrentContext()->OpenPopupStack.back().Window;
+    const float width = popup.Size.x;
+    EXPECT_GT(width, ImGui::CalcTextSize(longName.c_str()).x);
+
+    ImGui::SetScrollY(&popup, popup.ScrollMax.y);
+    panel.input.idle(3);
+    EXPECT_EQ(items().back(), longName);
+    EXPECT_FLOAT_EQ(popup.Size.x, width);
+    panel.clickItem("Mesh499", "##Combo_00");
+    EXPECT_EQ(value(), R"("m499")");
+}
+
 TEST_F(UiResourcesTest, TypeWithoutResourcesListsNone) {
     for(const char* const type: {"sounds", "v"}) {
         show(R"("m2")", [&] { return panel.ui.selectResource("v", type, false); });
