@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include <Corrade/Containers/GrowableArray.h>
 #include <gtest/gtest.h>
 #include <imgui.h>
 #include <imgui_internal.h>
@@ -563,6 +564,8 @@ TEST_F(UiFileSelectTest, IdleFramesDontGrowTheBuffer) {
     panel.input.idle(10);
     EXPECT_EQ(panel.ui.textBuffer.size(), size);
     EXPECT_EQ(panel.ui.textBuffer.data(), data);
+    EXPECT_GT(
+        Containers::arrayCapacity<Containers::ArrayMallocAllocator>(panel.ui.textBuffer), size);
 }
 
 TEST_F(UiFileSelectTest, HasAPathButNoMenu) {
