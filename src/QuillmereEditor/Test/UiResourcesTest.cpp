@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include <Corrade/Containers/GrowableArray.h>
 #include <gtest/gtest.h>
 #include <imgui.h>
 #include <imgui_internal.h>
@@ -229,6 +230,31 @@ TEST_F(UiResourcesTest, DeletedObjectsAreHidden) {
     EXPECT_TRUE(isShown("Old")) << "a reference to one is shown all the same";
     open();
     EXPECT_EQ(items(), (std::vector<std::string>{"-none-", "Lamp", "Lamp"}));
+}
+
+/* Of which only what can be seen is drawn */
+TEST_F(UiResourcesTest, LongListIsScrolledAndKeepsItsWidth) {
+    const std::string longName(100, 'W');
+    std::string json = R"({"meshes":{)";
+    for(int i = 0; i != 500; ++i)
+        json += "\"m" + std::to_string(i) + R"(":{"name":"Mesh)" + std::to_string(i) + "\"},";
+    panel.setDocument(json + R"("last":{"name":")" + longName + R"("}},"v":null})");
+    panel.show([this] {
+        panel.ui.selectResource("v", "meshes", false);
+        panel.mark();
+    });
+    open();
+    EXPECT_LT(items().size(), 50u);
+    ImGuiWindow& popup = *ImGui::GetCurrentContext()->OpenPopupStack.back().Window;
+    const float width = popup.Size.x;
+    EXPECT_GT(width, ImGui::CalcTextSize(longName.c_str()).x);
+
+    ImGui::SetScrollY(&popup, popup.ScrollMax.y);
+    panel.input.idle(3);
+    EXPECT_EQ(items().back(), longName);
+    EXPECT_FLOAT_EQ(popup.Size.x, width);
+    panel.clickItem("Mesh499", "##Combo_00");
+    EXPECT_EQ(value(), R"("m499")");
 }
 
 TEST_F(UiResourcesTest, TypeWithoutResourcesListsNone) {
@@ -538,6 +564,8 @@ TEST_F(UiFileSelectTest, IdleFramesDontGrowTheBuffer) {
     panel.input.idle(10);
     EXPECT_EQ(panel.ui.textBuffer.size(), size);
     EXPECT_EQ(panel.ui.textBuffer.data(), data);
+    EXPECT_GT(
+        Containers::arrayCapacity<Containers::ArrayMallocAllocator>(panel.ui.textBuffer), size);
 }
 
 TEST_F(UiFileSelectTest, HasAPathButNoMenu) {
