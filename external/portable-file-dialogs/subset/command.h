@@ -185,7 +185,7 @@ inline std::string zenity_notification_text(const std::string& title, const std:
 */
 inline std::vector<std::string> notify_command(const helper& program, const std::string& title,
     const std::string& message, const std::size_t icon) {
-    /* Of the icon naming specification of freedesktop.org */
+    /* Icon names as freedesktop.org has them */
     constexpr const char* names[]{
         "dialog-information", "dialog-warning", "dialog-error", "dialog-question"};
     const std::string name = names[icon < 4 ? icon : 0];

@@ -33,7 +33,7 @@ std::string homeDirectory() {
     return found ? found->pw_dir : Utility::Directory::home();
 }
 
-/* As the XDG base directory specification has it: a relative path is as good as none */
+/* As with all XDG base directories: a relative path is as good as none */
 std::string userDataDirectory() {
     const char* const directory = std::getenv("XDG_DATA_HOME");
     if(directory && directory[0] == '/')
