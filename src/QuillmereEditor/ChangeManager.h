@@ -5,6 +5,7 @@
 #include <string>
 
 #include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/Pointer.h>
 #include <Corrade/Containers/StringView.h>
 #include <rapidjson/document.h>
@@ -215,6 +216,33 @@ public:
     std::size_t appliedCount() const { return std::size_t(_lastChange + 1); }
 
     /**
+    @brief The history, oldest change first, the undone ones included
+    @return Valid until the history changes in any way
+    */
+    Corrade::Containers::ArrayView<const Change> changes() const { return _changes; }
+
+    /**
+    @brief With how many applied changes @ref hasUnsavedChanges() is false
+
+    0 without a mark and after a new change has come in the place of the marked one.
+    */
+    std::size_t savedCount() const { return std::size_t(_savedChange + 1); }
+
+    /** @brief Whether a group is open, so that nothing can be undone or redone */
+    bool isGroupOpen() const { return _group != -1; }
+
+    /**
+    @brief Reserve the history for an edit that goes on over several frames, or let go of it
+
+    For those who edit, undo and redo for the user, who are to leave the history alone meanwhile.
+    The manager itself takes whatever it's told. @ref reset() changes nothing about it.
+    */
+    void setLocked(bool isLocked) { _isLocked = isLocked; }
+
+    /** @brief Whether the history is reserved, at first it's not */
+    bool isLocked() const { return _isLocked; }
+
+    /**
     @brief Register a handler
     @param path     One component of a path, of anywhere in it: "objects" hears of changes to
         `/objects`, `/objects/3/name` and `/scene/objects` and, if it occurs twice in one, hears of
@@ -258,6 +286,7 @@ private:
     Notification* _notification = nullptr;
     /* Number of the group opened last */
     int _lastGroup = 0;
+    bool _isLocked = false;
     ProjectFile* _project = nullptr;
     Corrade::Containers::Array<Change> _changes;
     StaticMap<Corrade::Containers::Pointer<ChangeHandler>> _handlers;

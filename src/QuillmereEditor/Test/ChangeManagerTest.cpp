@@ -43,6 +43,31 @@ TEST_F(ChangeManagerTest, PushRecordsAndWrites) {
     EXPECT_TRUE(manager.hasUnsavedChanges());
 }
 
+TEST_F(ChangeManagerTest, HistoryCanBeRead) {
+    push("/a", "1");
+    push("/b", "2");
+    manager.markSave();
+    push("/c", "3");
+    manager.undoLast();
+    manager.undoLast();
+    ASSERT_EQ(manager.changes().size(), 3u);
+    EXPECT_STREQ(manager.changes()[0].path.data(), "/a");
+    EXPECT_STREQ(manager.changes()[2].path.data(), "/c");
+    EXPECT_EQ(manager.appliedCount(), 1u);
+    EXPECT_EQ(manager.savedCount(), 2u);
+    /* In the place of what was saved */
+    push("/d", "4");
+    EXPECT_EQ(manager.savedCount(), 0u);
+}
+
+TEST_F(ChangeManagerTest, OpenGroupIsToldOf) {
+    EXPECT_FALSE(manager.isGroupOpen());
+    manager.beginGroup();
+    EXPECT_TRUE(manager.isGroupOpen());
+    manager.commit();
+    EXPECT_FALSE(manager.isGroupOpen());
+}
+
 TEST_F(ChangeManagerTest, OverloadsPushStrings) {
     manager.pushChange("/a", "text", false);
     Containers::Array<char> path = pathArray("/b");

@@ -64,16 +64,8 @@ std::int64_t presentMicroseconds() {
     return duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
 }
 
-/* Each stream gets the line in one piece, also one that doesn't fit into its buffer, as its lock is
-   held meanwhile. The file is written inside of the stream's lock, so that threads that log at the
-   same time wait for each other once and not twice. */
-void write(const std::string& line, std::FILE* const stream) {
-    flockfile(stream);
-    fwrite_unlocked(line.data(), 1, line.size(), stream);
-    fflush_unlocked(stream);
-    if(std::FILE* const file = logFile)
-        std::fwrite(line.data(), 1, line.size(), file);
-    funlockfile(stream);
+LogLevel knownLevel(const LogLevel level) {
+    return level < LogLevel::Verbose || level > LogLevel::Error ? LogLevel::Error : level;
 }
 
 const char* signalMessage(const int signal) {
@@ -126,6 +118,27 @@ std::string logLine(const Containers::StringView secondPrefix, const std::int64_
     return line;
 }
 
+std::string logLine(const LogLevel level, const Containers::StringView message) {
+    return logLine(
+        presentSecondPrefix(), presentMicroseconds(), LevelNames[int(knownLevel(level))], message);
+}
+
+/* Each stream gets the line in one piece, also one that doesn't fit into its buffer, as its lock is
+   held meanwhile. The file is written inside of the stream's lock, so that threads that log at the
+   same time wait for each other once and not twice. */
+void writeLogLine(const std::string& line, std::FILE* const stream, std::FILE* const file) {
+    flockfile(stream);
+    fwrite_unlocked(line.data(), 1, line.size(), stream);
+    fflush_unlocked(stream);
+    if(file)
+        std::fwrite(line.data(), 1, line.size(), file);
+    funlockfile(stream);
+}
+
+std::FILE* logStream(const LogLevel level) {
+    return knownLevel(level) <= LogLevel::Info ? stdout : stderr;
+}
+
 std::string logFileName(const char* const dir, const std::tm& time) {
     return Utility::formatString("{}/QuillmereEditor-{}-{:.2}-{:.2}-{:.2}-{:.2}-{:.2}.log", dir,
         time.tm_year + 1900ll, time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min,
@@ -172,13 +185,9 @@ void closeLogFile() {
         std::fclose(file);
 }
 
-void log(LogLevel level, const char* const message) {
-    if(level < LogLevel::Verbose || level > LogLevel::Error)
-        level = LogLevel::Error;
-
-    std::string line = logLine(presentSecondPrefix(), presentMicroseconds(), LevelNames[int(level)],
-        message ? message : "");
-    write(line, level <= LogLevel::Info ? stdout : stderr);
+void log(const LogLevel level, const char* const message) {
+    std::string line = logLine(level, message ? message : "");
+    writeLogLine(line, logStream(level), logFile);
     if(const auto [callback, userData] = getLogCallback(); callback) {
         line.pop_back();
         callback(line.c_str(), userData);
