@@ -32,6 +32,7 @@ public:
 /** @brief Calls a function */
 class FunctionChangeHandler: public ChangeHandler {
 public:
+    /** @brief Gets the change, the components of its path and the user data */
     using Function = std::function<void(
         const Change&, Corrade::Containers::ArrayView<const std::string>, void*)>;
 

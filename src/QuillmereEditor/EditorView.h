@@ -78,12 +78,25 @@ public:
     /** @brief Called once per frame, before anything is drawn. Does nothing by default. */
     virtual void update();
 
+    /** @brief The mouse was moved. Does nothing by default, as all that follow. */
     virtual void mouseMoveEvent(MouseMoveEvent& event);
+
+    /** @brief A button was pressed */
     virtual void mousePressEvent(MouseEvent& event);
+
+    /** @brief A button was released */
     virtual void mouseReleaseEvent(MouseEvent& event);
+
+    /** @brief The wheel was turned */
     virtual void mouseScrollEvent(MouseScrollEvent& event);
+
+    /** @brief A key was pressed or is being held */
     virtual void keyPressEvent(KeyEvent& event);
+
+    /** @brief A key was released */
     virtual void keyReleaseEvent(KeyEvent& event);
+
+    /** @brief The user wants to quit. Accepting it keeps the editor open. */
     virtual void exitEvent(ExitEvent& event);
 
     /** @brief The application's editor. Expects that it has one. */
@@ -93,7 +106,10 @@ public:
     Ui& ui();
 
 protected:
+    /** @brief What the panels share, null until @ref init() or @ref load() */
     EditorData* _editorData = nullptr;
+
+    /** @brief The application, null as long as @ref _editorData is */
     QuillmereEditorApplication* _application = nullptr;
 };
 

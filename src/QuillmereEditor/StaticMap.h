@@ -20,8 +20,11 @@ literals in practice. Equal keys aren't refused, but only one of them is ever fo
 */
 template<class T> class StaticMap {
 public:
+    /** @brief A key and what it stands for */
     struct Entry {
+        /** Borrowed */
         const char* key;
+        /** Owned by the map */
         T value;
     };
 

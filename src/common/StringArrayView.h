@@ -41,12 +41,16 @@ public:
 
     virtual ~StringArrayView();
 
+    /** @brief View of the same characters with offsets of its own */
     StringArrayView& operator=(const StringArrayView& other);
+
+    /** @brief Leaves @p other empty */
     StringArrayView& operator=(StringArrayView&& other) noexcept;
 
     /** @brief Number of strings */
     std::size_t size() const { return _offsets.size() - 1; }
 
+    /** @brief Whether there are none */
     bool isEmpty() const { return size() == 0; }
 
     /**
@@ -69,7 +73,10 @@ public:
     Corrade::Containers::ArrayView<const std::size_t> offsets() const { return _offsets; }
 
 protected:
+    /** @brief See @ref data() */
     Corrade::Containers::ArrayView<const char> _data;
+
+    /** @brief See @ref offsets() */
     Corrade::Containers::Array<std::size_t> _offsets;
 };
 
@@ -85,8 +92,12 @@ public:
     /** @brief Zero bytes behind the last string */
     static constexpr std::size_t Padding = 32;
 
+    /** @brief An empty store. Allocates nothing. */
     StringArray() noexcept;
+
     StringArray(const StringArray&) = delete;
+
+    /** @brief Leaves @p other empty */
     StringArray(StringArray&& other) noexcept;
 
     /**
@@ -105,6 +116,8 @@ public:
     ~StringArray() override;
 
     StringArray& operator=(const StringArray&) = delete;
+
+    /** @brief Leaves @p other empty */
     StringArray& operator=(StringArray&& other) noexcept;
 
 private:
@@ -116,6 +129,7 @@ private:
 
 /**
 @brief The strings for which a predicate holds, in their order
+@param lines    Not changed
 @param keep     Gets each string once
 @return Independent of @p lines
 

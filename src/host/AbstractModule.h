@@ -45,10 +45,11 @@ public:
     */
     virtual Corrade::Containers::Array<char> unload(bool shutdown) = 0;
 
-    /** @brief Kind of the module, see @ref QuillmereEngine::ModuleType */
+    /** @brief Kind of the module, one of @ref QuillmereEngine::ModuleType */
     virtual int moduleType() = 0;
 };
 
+/** @brief All of the editor but the base of its modules, its log and its helpers of the system */
 namespace QuillmereEngine {
 
 /** @brief What a module is to the host */

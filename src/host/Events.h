@@ -12,6 +12,7 @@ namespace QuillmereEngine {
 
 /** @brief Base of the events */
 struct Event {
+    /** Whether nobody behind the panel shall see it */
     bool accepted = false;
 };
 
@@ -24,31 +25,53 @@ enum ModifierFlags : unsigned {
     ModifierSuper = 1 << 3
 };
 
+/** @brief The mouse was moved */
 struct MouseMoveEvent: Event {
-    float x = 0.0f, y = 0.0f;
-    /** Way since the last event */
-    float deltaX = 0.0f, deltaY = 0.0f;
+    /** Where it is now, from the left */
+    float x = 0.0f;
+    /** From the top */
+    float y = 0.0f;
+    /** Way to the right since the last event */
+    float deltaX = 0.0f;
+    /** Way down */
+    float deltaY = 0.0f;
+    /** Of @ref ModifierFlags */
     unsigned modifiers = ModifierNone;
 };
 
+/** @brief A button of the mouse was pressed or released */
 struct MouseEvent: Event {
-    float x = 0.0f, y = 0.0f;
+    /** Where the mouse is, from the left */
+    float x = 0.0f;
+    /** From the top */
+    float y = 0.0f;
     /** 0 left, 1 right, 2 middle, as in Dear ImGui */
     int button = 0;
+    /** Of @ref ModifierFlags */
     unsigned modifiers = ModifierNone;
 };
 
+/** @brief The wheel was turned */
 struct MouseScrollEvent: Event {
-    float x = 0.0f, y = 0.0f;
-    /** In wheel notches, up and right positive */
-    float offsetX = 0.0f, offsetY = 0.0f;
+    /** Where the mouse is, from the left */
+    float x = 0.0f;
+    /** From the top */
+    float y = 0.0f;
+    /** To the right, in notches of the wheel */
+    float offsetX = 0.0f;
+    /** Up */
+    float offsetY = 0.0f;
+    /** Of @ref ModifierFlags */
     unsigned modifiers = ModifierNone;
 };
 
+/** @brief A key was pressed, goes on being held, or was released */
 struct KeyEvent: Event {
     /** Key code of GLFW 3 (`GLFW_KEY_*`) */
     int key = 0;
+    /** Whether it was pressed before and is held since */
     bool repeated = false;
+    /** Of @ref ModifierFlags */
     unsigned modifiers = ModifierNone;
 };
 

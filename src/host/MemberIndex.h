@@ -35,6 +35,7 @@ public:
     /**
     @brief Value of a member
     @param object   Expects that it's an object
+    @param key      Looked up as it is, without its NUL
     @return The value of the first member with that key, null if there's none
 
     Linear in the number of members for a key that isn't there, and after members were added or

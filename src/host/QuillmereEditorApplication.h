@@ -40,6 +40,7 @@ public:
     */
     virtual void consoleLinesChanged();
 
+    /** @brief Never null while a panel is drawn */
     Corrade::Containers::Pointer<Editor> editor;
 
     /**

@@ -20,6 +20,7 @@ public:
     /** @brief Whether there's a value, a JSON null included */
     bool exists() const { return _value; }
 
+    /** @brief Whether it is a string */
     bool isString() const;
 
     /** @brief The string, "" if it's none. Belongs to the document. */
@@ -29,10 +30,14 @@ public:
     bool asBool() const;
 
 protected:
-    /* The member of that name, null if there's none or this is no object. The function is named if
-       the key is null. */
+    /**
+    @brief The member of that name, null if there's none or this is no object
+    @param key      Expected not to be null
+    @param function Named in the message if it is
+    */
     const rapidjson::Value* member(const char* key, const char* function) const;
 
+    /** @brief The value, null for nothing */
     const rapidjson::Value* _value;
 };
 
@@ -55,18 +60,24 @@ keys these are.
 */
 template<class Access> class KeyIterator {
 public:
+    /** @brief At a key, or behind the last one. The access has to outlive the iterator. */
     explicit KeyIterator(const Access& access, std::size_t index):
         _access{&access},
         _index{index} {}
 
+    /** @brief The key. Not behind the last one. */
     const char* operator*() const { return _access->key(_index); }
 
+    /** @brief Go to the next key */
     KeyIterator& operator++() {
         ++_index;
         return *this;
     }
 
+    /** @brief Whether both are at the same key of the same access */
     bool operator==(const KeyIterator& other) const { return _index == other._index; }
+
+    /** @brief Whether they are not */
     bool operator!=(const KeyIterator& other) const { return _index != other._index; }
 
 private:
@@ -79,6 +90,7 @@ class ValueAccess: public JsonObject {
 public:
     using JsonObject::JsonObject;
 
+    /** @brief A value that exists */
     explicit ValueAccess(const rapidjson::Value& value): JsonObject{&value} {}
 
     /** @brief A member as something that has members itself */
@@ -103,6 +115,8 @@ public:
     /** @brief Over the keys of the members, none for anything but an object. The iterators refer to
         this instance. */
     KeyIterator<ValueAccess> begin() const { return KeyIterator<ValueAccess>{*this, 0}; }
+
+    /** @brief Behind the last key */
     KeyIterator<ValueAccess> end() const { return KeyIterator<ValueAccess>{*this, size()}; }
 };
 

@@ -151,9 +151,9 @@ enum class DialogType {
 
 /** @brief What a dialog was asked for. The references are valid during the call that gets it. */
 struct DialogRequest {
-    DialogType type;
-    const std::string& title;
-    const std::string& defaultPath;
+    DialogType type;                /**< Which of the dialogs */
+    const std::string& title;       /**< Of its window */
+    const std::string& defaultPath; /**< Where it starts, empty for anywhere */
     Corrade::Containers::ArrayView<const std::string> filters; /**< Always empty for a folder */
 };
 
