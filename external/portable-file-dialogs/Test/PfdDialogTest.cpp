@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "dialog.h"
 #include "scripts.h"
 
 namespace pfd { namespace {
@@ -14,16 +15,6 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
-
-struct dialog: internal::file_dialog {
-    using kind = type;
-    explicit dialog(const kind dialog_kind, const std::string& title,
-        const std::string& default_path = "", const std::vector<std::string>& filters = {},
-        const opt options = opt::none):
-        file_dialog{dialog_kind, title, default_path, filters, options} {}
-    using file_dialog::string_result;
-    using file_dialog::vector_result;
-};
 
 std::vector<int> pipe_flags;
 
