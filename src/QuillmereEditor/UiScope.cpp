@@ -28,8 +28,9 @@ Ui& Ui::pushScope(const char* const name, unsigned int* const id) {
     for(const char* slash; (slash = std::strchr(segment, '/')); segment = slash + 1)
         if(slash != segment)
             ImGui::PushID(segment, slash);
+    const ImGuiID segmentId = ImGui::GetID(segment);
     if(id)
-        *id = ImGui::GetID(segment);
+        *id = segmentId;
     ImGui::PushID(segment);
 
     const std::size_t length = std::strlen(scopePath(*this));

@@ -175,6 +175,25 @@ TEST_P(UiNumericTest, TypedNumberIsWritten) {
     EXPECT_NE(panel.document().find(isFloat), std::string::npos) << panel.document();
 }
 
+TEST_P(UiNumericTest, FieldHasTheIdOfItsScope) {
+    ImGuiID expected = 0;
+    panel.show([this, &expected] {
+        ImGui::PushID("v");
+        ImGui::PushID("##val");
+        /* Fields of several components push their index */
+        expected = GetParam().count == 1 ? ImGui::GetCurrentWindow()->IDStack.back()
+                                         : ImGui::GetCurrentWindow()->GetID(0);
+        ImGui::PopID();
+        ImGui::PopID();
+        GetParam().draw(panel.ui);
+        panel.mark();
+    });
+    panel.input.moveTo(firstComponent());
+    panel.input.press();
+    EXPECT_EQ(ImGui::GetCurrentContext()->ActiveId, expected);
+    panel.input.release();
+}
+
 /* Each key is written at once, and so is what was there before */
 TEST_P(UiNumericTest, EscapeGivesUpTyping) {
     panel.input.doubleClick(firstComponent());

@@ -25,7 +25,8 @@ std::vector<int> stackSizes() {
     return {context.CurrentWindow->IDStack.Size, context.ColorStack.Size,
         context.StyleVarStack.Size, context.FontStack.Size, context.FocusScopeStack.Size,
         context.ItemFlagsStack.Size, context.GroupStack.Size, context.BeginPopupStack.Size,
-        context.CurrentWindowStack.Size, context.DragDropWithinTarget ? 1 : 0};
+        context.CurrentWindowStack.Size, context.DragDropWithinTarget ? 1 : 0,
+        context.DisabledStackSize};
 }
 
 }

@@ -1,8 +1,10 @@
 #include <functional>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include <Corrade/Utility/Debug.h>
 #include <gtest/gtest.h>
 #include <imgui.h>
 
@@ -232,6 +234,50 @@ TEST_F(UiShapeWarningTest, EditedValueIsOfTheWidgetsKind) {
     const ImVec2 from = panel.box().center();
     panel.input.drag(from, {from.x + 10.0f, from.y});
     EXPECT_EQ(panel.lastChange(), R"(Change /object: {"a":1} -> 1.0)");
+}
+
+TEST_F(UiShapeWarningTest, PathIsOneLine) {
+    panel.setDocument("{\"two\\nlines\":{\"a\":true,\"b\":[{}]}}");
+    panel.show([this] {
+        panel.ui.pushScope("two\nlines");
+        panel.ui.inputFloat("a");
+        panel.ui.inputInt2("b");
+        panel.ui.popScope();
+    });
+    EXPECT_EQ(panel.warnings,
+        "Ui: expected a number at /two\\x0alines/a but got true\n"
+        "Ui: expected an array of 2 numbers at /two\\x0alines/b but got an object at index 0\n");
+}
+
+TEST_F(UiShapeWarningTest, WhatCannotBeWrittenIsNamedInOneLine) {
+    panel.setDocument("{\"text\\n\":\"text\"}");
+    panel.show([this] {
+        panel.ui.pushScope("text\n");
+        panel.ui.inputInt("0", 1, 0);
+        panel.mark();
+        panel.ui.popScope();
+    });
+    const ImVec2 from = panel.box().center();
+    panel.input.drag(from, {from.x + 10.0f, from.y});
+    EXPECT_EQ(panel.document(), "{\"text\\n\":\"text\"}");
+    EXPECT_EQ(panel.warnings,
+        "Ui: can't write /text\\x0a/0, its parent is neither an array nor an object\n");
+}
+
+/* RapidJSON used to end the process, as it does when an invalid pointer is looked up */
+TEST_F(UiShapeWarningTest, KeyWithALoneTildeIsRefused) {
+    panel.show([this] {
+        panel.ui.pushScope("a~b");
+        panel.ui.inputInt("0", 1, 0);
+        panel.mark();
+        panel.ui.popScope();
+    });
+    std::ostringstream errors;
+    const Utility::Error redirect{&errors};
+    const ImVec2 from = panel.box().center();
+    panel.input.drag(from, {from.x + 10.0f, from.y});
+    EXPECT_EQ(panel.document(), "{}");
+    EXPECT_EQ(errors.str(), "ChangeManager::pushChange(): /a~b/0 is not a JSON pointer\n");
 }
 
 TEST_F(UiShapeWarningTest, EscapedKeysAreTheirMembers) {
