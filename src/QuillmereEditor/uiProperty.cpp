@@ -51,9 +51,12 @@ Containers::ScopeGuard disableIfLocked(const Ui& ui) {
 /* Dear ImGui takes the mouse away from what becomes disabled under it, but leaves a text field the
    keyboard and a drag that has left its field the mouse. In a window that's collapsed the last item
    is its title, by which it may be on the move. */
-void endEdit() {
-    if(ImGui::IsItemActive() && !ImGui::GetCurrentWindow()->SkipItems)
-        ImGui::ClearActiveID();
+void endEdit(Ui& ui) {
+    if(!ImGui::IsItemActive() || ImGui::GetCurrentWindow()->SkipItems)
+        return;
+    ImGui::ClearActiveID();
+    /* Or its field would ask for the keyboard again in each frame */
+    ui.renamingId = 0;
 }
 
 }
@@ -88,7 +91,7 @@ UiProperty::UiProperty(Ui& ui, const char* const label):
 
 UiProperty::~UiProperty() {
     if(isLocked(_ui))
-        endEdit();
+        endEdit(_ui);
     if(ImGui::IsItemHovered(0) && ImGui::GetIO().KeyCtrl)
         ImGui::SetTooltip("%s", path());
 }

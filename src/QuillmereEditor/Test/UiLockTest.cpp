@@ -265,18 +265,24 @@ TEST_F(UiLockedMeanwhileTest, TextAndListAreDimmedToo) {
 }
 
 TEST_F(UiLockedMeanwhileTest, DragEndsWhereverTheMouseIs) {
-    for(const ImVec2 mouse: {panel.size, ImVec2{0.0f, 0.0f}}) {
-        panel.showValue("[1,2,3]", [](Ui& ui) { return ui.inputFloat3("v"); });
-        panel.input.moveTo(panel.box().at(0.1f, 0.5f));
+    panel.showValue("[1,2,3]", [](Ui& ui) { return ui.inputFloat3("v"); });
+    for(const float y: {0.0f, 100.0f}) {
+        panel.manager.setLocked(false);
+        const ImVec2 from = panel.box().at(0.1f, 0.5f);
+        panel.input.moveTo(from);
         panel.input.press();
-        lock();
-        panel.input.moveTo(mouse.x > 0.0f ? mouse : panel.box().at(0.2f, 0.5f));
+        panel.input.moveTo({from.x + 10.0f, from.y + y});
+        const std::string before = panel.value();
+        const int changedBefore = panel.changed;
+        panel.manager.setLocked(true);
+        panel.input.moveTo({from.x + 20.0f, from.y + y});
         EXPECT_EQ(ImGui::GetCurrentContext()->ActiveId, 0u);
         panel.manager.setLocked(false);
-        panel.input.moveTo(panel.box().at(0.3f, 0.5f));
+        panel.input.moveTo({from.x + 30.0f, from.y + y});
+        EXPECT_EQ(panel.value(), before);
+        EXPECT_EQ(panel.changed, changedBefore);
         panel.input.release();
         panel.input.idle(40);
-        expectNothingChanged("[1,2,3]");
     }
 }
 
@@ -345,19 +351,25 @@ TEST_F(UiLockedMeanwhileTest, OpenColourPickerWritesNothing) {
     EXPECT_EQ(panel.changed, returnedBefore);
 }
 
-TEST_F(UiLockedMeanwhileTest, RenamingGoesOnAfterwards) {
-    panel.showValue(R"("old")", silent([](Ui& ui) { ui.renameable("v"); }));
-    panel.input.doubleClick(panel.box().center());
+TEST_F(UiLockedMeanwhileTest, RenamingEnds) {
+    char other[8] = "";
+    panel.showValue(R"("old")", silent([&](Ui& ui) {
+        ui.renameable("v");
+        panel.mark("name");
+        ImGui::InputText("Other", other, sizeof(other));
+    }));
+    panel.input.doubleClick(panel.box("name").center());
     panel.input.idle(3);
-    lock();
-    panel.input.text("lost");
-    panel.input.idle(2);
-    panel.manager.setLocked(false);
-    panel.input.idle(3);
-    expectNothingChanged(R"("old")");
     panel.input.text("new");
+    lock();
+    EXPECT_EQ(panel.ui.renamingId, 0u);
+    panel.input.click(panel.box().at(0.1f, 0.5f));
+    panel.input.text("kept");
+    EXPECT_STREQ(other, "kept");
+    panel.manager.setLocked(false);
     panel.input.type(ImGuiKey_Enter);
-    EXPECT_EQ(panel.value(), R"("new")");
+    panel.input.idle(2);
+    expectNothingChanged(R"("old")");
 }
 
 TEST_F(UiLockedMeanwhileTest, KeyboardTogglesNothing) {
