@@ -209,10 +209,7 @@ TEST_P(UiNumericTest, FieldHasTheIdOfItsScope) {
 
 TEST_P(UiNumericTest, MenuPastesTheWholeValue) {
     panel.frame.clipboard = GetParam().after;
-    panel.show([this] { GetParam().draw(panel.ui), panel.mark(); });
-    const std::string target = GetParam().name == std::string{"LongArray"} ? "[1,2]"
-                                                                           : GetParam().before;
-    panel.setDocument(document(target.c_str()));
+    panel.setDocument(document(GetParam().rewritten));
     panel.input.moveTo(firstComponent());
     panel.input.press(1);
     panel.input.release(1);
