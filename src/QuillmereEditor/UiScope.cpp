@@ -8,6 +8,7 @@
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/FormatStl.h>
 #include <imgui.h>
+#include <imgui_internal.h>
 
 #include "QuillmereEditor/uiProperty.h"
 #include "QuillmereEditor/uiTextBuffer.h"
@@ -31,7 +32,8 @@ Ui& Ui::pushScope(const char* const name, unsigned int* const id) {
     const ImGuiID segmentId = ImGui::GetID(segment);
     if(id)
         *id = segmentId;
-    ImGui::PushID(segment);
+    /* Pushes what PushID() would, which makes a hash of the segment once more */
+    ImGui::PushOverrideID(segmentId);
 
     const std::size_t length = std::strlen(scopePath(*this));
     const std::size_t separator = *name == '/' ? 0 : 1;
