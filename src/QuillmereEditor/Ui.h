@@ -55,6 +55,9 @@ than the widget expects, and then a warning names the path, once. Nothing is wri
 edits, and then it's a value of the widget's kind. What can't be written, because the parent of an
 array's element is no array for example, stays as it is with a warning.
 
+While the history is locked, see @ref ChangeManager::isLocked(), the widgets are drawn disabled, an
+edit that is under way ends, and whatever else the user pastes, drops or picks isn't written.
+
 If a handler of the change throws, the widget closes what it has open and leaves its scope.
 @ref project and @ref changeManager are expected to be set.
 */

@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include <Corrade/Containers/ScopeGuard.h>
 #include <imgui.h>
 #define IMGUI_DEFINE_MATH_OPERATORS
 #include <imgui_internal.h>

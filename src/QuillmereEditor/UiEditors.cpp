@@ -42,10 +42,8 @@ const char* labelFrom(const char* const text) { return *text ? text : "##"; }
 bool editBoolean(Ui& ui, const char* const label, const char* const shownLabel) {
     const UiProperty property{ui, label};
     bool checked = property.value().IsTrue();
-    const bool changed = Ui::checkbox(shownLabel, &checked);
-    if(changed)
+    return Ui::checkbox(shownLabel, &checked) &&
         property.write(rapidjson::Value{checked}, Merge::No);
-    return changed;
 }
 
 std::string bitLabel(const int bit, const Containers::ArrayView<const char*> names) {
@@ -164,10 +162,8 @@ bool Ui::checkboxBit(const char* const label, const int bit, const char* const n
     ImGui::PushID(bit);
     const Containers::ScopeGuard popId{ImGui::PopID};
     bool checked = isBitSet(mask, bit);
-    const bool changed = checkbox(name ? name : bitLabel(bit, {}).c_str(), &checked);
-    if(changed)
+    return checkbox(name ? name : bitLabel(bit, {}).c_str(), &checked) &&
         property.write(jsonNumber(toggled(mask, bit)), Merge::No);
-    return changed;
 }
 
 bool Ui::checkboxBits(
@@ -183,9 +179,7 @@ bool Ui::checkboxBits(
     property.drawLabel();
 
     const int mask = editBits(before, count, names);
-    if(mask != before)
-        property.write(jsonNumber(mask), Merge::No);
-    return mask != before;
+    return mask != before && property.write(jsonNumber(mask), Merge::No);
 }
 
 bool Ui::inputEnum(const char* const label, const Containers::ArrayView<const char* const> names) {

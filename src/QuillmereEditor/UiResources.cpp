@@ -154,17 +154,17 @@ bool choose(Ui& ui, const UiProperty& property, const Choice& choice, const char
     const OpenCombo combo;
     bool changed = ImGui::Selectable(NothingText, false, 0, ImVec2{0.0f, 0.0f});
     if(changed)
-        property.write(rapidjson::Value{}, Merge::No);
+        changed = property.write(rapidjson::Value{}, Merge::No);
 
     /* Written after the list, as a change may move what the list is drawn from */
     const ValueAccess resources = (*ui.project)[choice.typeName];
     const int clicked = drawResources(resources, choice);
     if(clicked != -1) {
         const std::size_t index = std::size_t(clicked);
-        property.write(
+        const bool isWritten = property.write(
             choice.byName ? resources.at(index)["name"].asString() : resources.key(index),
             Merge::No);
-        changed = true;
+        changed = isWritten || changed;
     }
     return changed;
 }
@@ -182,9 +182,7 @@ bool acceptDrop(const UiProperty& property, const Choice& choice) {
         return false;
     const Containers::ScopeGuard endTarget{ImGui::EndDragDropTarget};
     const char* const id = idIn(ImGui::AcceptDragDropPayload(choice.typeName, 0));
-    if(id)
-        property.write(id, Merge::No);
-    return id;
+    return id && property.write(id, Merge::No);
 }
 
 bool takePicked(Ui& ui, const UiProperty& property, const Choice& choice) {
@@ -194,11 +192,10 @@ bool takePicked(Ui& ui, const UiProperty& property, const Choice& choice) {
                                                 waiting->pickingId = 0;
                                                 waiting->pickedObject = nullptr;
                                             }};
-    property.write(choice.byName
+    return property.write(choice.byName
             ? (*ui.project)[choice.typeName].subValue(ui.pickedObject).asString()
             : ui.pickedObject,
         Merge::No);
-    return true;
 }
 
 bool pick(Ui& ui, const UiProperty& property, const Choice& choice) {
@@ -291,8 +288,7 @@ bool Ui::fileSelect(const char* const label, const std::string& title,
     const Containers::Array<std::string> chosen = askForFile(title, textBuffer.data(), filters);
     if(chosen.isEmpty())
         return typed;
-    property.write(chosen.front().c_str(), Merge::Yes);
-    return true;
+    return property.write(chosen.front().c_str(), Merge::Yes) || typed;
 }
 
 }

@@ -8,6 +8,7 @@
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/FormatStl.h>
 #include <imgui.h>
+#include <imgui_internal.h>
 
 #include "QuillmereEditor/uiProperty.h"
 #include "QuillmereEditor/uiTextBuffer.h"
@@ -28,9 +29,11 @@ Ui& Ui::pushScope(const char* const name, unsigned int* const id) {
     for(const char* slash; (slash = std::strchr(segment, '/')); segment = slash + 1)
         if(slash != segment)
             ImGui::PushID(segment, slash);
+    const ImGuiID segmentId = ImGui::GetID(segment);
     if(id)
-        *id = ImGui::GetID(segment);
-    ImGui::PushID(segment);
+        *id = segmentId;
+    /* Pushes what PushID() would, which makes a hash of the segment once more */
+    ImGui::PushOverrideID(segmentId);
 
     const std::size_t length = std::strlen(scopePath(*this));
     const std::size_t separator = *name == '/' ? 0 : 1;

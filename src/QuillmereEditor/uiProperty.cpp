@@ -6,7 +6,9 @@
 
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Debug.h>
+#include <Corrade/Utility/DebugStl.h>
 #include <imgui.h>
+#include <imgui_internal.h>
 #include <rapidjson/pointer.h>
 
 #include "QuillmereEditor/ChangeManager.h"
@@ -26,13 +28,35 @@ bool isInsertedIntoPlainValue(const ProjectFile& project, const char* const path
     if(!slash || indexKind(slash + 1) == IndexKind::None)
         return false;
     const rapidjson::Pointer parent{path, std::size_t(slash - path)};
-    const rapidjson::Value* const value = parent.Get(*project.document);
+    /* The history refuses what isn't a JSON pointer, RapidJSON ends the process over it */
+    const rapidjson::Value* const value = parent.IsValid() ? parent.Get(*project.document)
+                                                           : nullptr;
     return value && !value->IsArray() && !value->IsObject();
 }
 
-const rapidjson::Value& enterScope(Ui& ui, const char* const label, unsigned int& id) {
+Containers::ScopeGuard enterScope(Ui& ui, const char* const label, unsigned int& id) {
     ui.pushScope(label, &id);
-    return scopeValue(ui);
+    return Containers::ScopeGuard{&ui, [](Ui* const entered) { entered->popScope(); }};
+}
+
+bool isLocked(const Ui& ui) { return ui.changeManager && ui.changeManager->isLocked(); }
+
+Containers::ScopeGuard disableIfLocked(const Ui& ui) {
+    if(!isLocked(ui))
+        return Containers::ScopeGuard{Corrade::NoCreate};
+    ImGui::BeginDisabled();
+    return Containers::ScopeGuard{ImGui::EndDisabled};
+}
+
+/* Dear ImGui takes the mouse away from what becomes disabled under it, but leaves a text field the
+   keyboard and a drag that has left its field the mouse. In a window that's collapsed the last item
+   is its title, by which it may be on the move. */
+void endEdit(Ui& ui) {
+    if(!ImGui::IsItemActive() || ImGui::GetCurrentWindow()->SkipItems)
+        return;
+    ImGui::ClearActiveID();
+    /* Or its field would ask for the keyboard again in each frame */
+    ui.renamingId = 0;
 }
 
 }
@@ -44,24 +68,32 @@ const rapidjson::Value& scopeValue(const Ui& ui) {
     return *ui.project->getValue(scopePath(ui), false);
 }
 
-void writeScopeValue(Ui& ui, const rapidjson::Value& value, const Merge merge) {
-    CORRADE_ASSERT(ui.changeManager, "Ui: there is no change manager", );
-    if(isInsertedIntoPlainValue(*ui.project, scopePath(ui)))
-        Utility::Warning{} << "Ui: can't write" << scopePath(ui) << Utility::Debug::nospace
+bool writeScopeValue(Ui& ui, const rapidjson::Value& value, const Merge merge) {
+    CORRADE_ASSERT(ui.changeManager, "Ui: there is no change manager", false);
+    if(isLocked(ui))
+        return false;
+    if(isInsertedIntoPlainValue(*ui.project, scopePath(ui))) {
+        Utility::Warning{} << "Ui: can't write" << printable(scopePath(ui))
+                           << Utility::Debug::nospace
                            << ", its parent is neither an array nor an object";
-    else
-        ui.changeManager->pushChange(scopePath(ui), value, merge == Merge::Yes);
+        return false;
+    }
+    ui.changeManager->pushChange(scopePath(ui), value, merge == Merge::Yes);
+    return true;
 }
 
 UiProperty::UiProperty(Ui& ui, const char* const label):
     _ui(ui),
     _label{label},
-    _value(enterScope(ui, label, _id)) {}
+    _leaveScope{enterScope(ui, label, _id)},
+    _value(scopeValue(ui)),
+    _enable{disableIfLocked(ui)} {}
 
 UiProperty::~UiProperty() {
+    if(isLocked(_ui))
+        endEdit(_ui);
     if(ImGui::IsItemHovered(0) && ImGui::GetIO().KeyCtrl)
         ImGui::SetTooltip("%s", path());
-    _ui.popScope();
 }
 
 float UiProperty::number() const {
@@ -110,12 +142,12 @@ void UiProperty::drawLabel() const {
         Ui::label(_label);
 }
 
-void UiProperty::write(const rapidjson::Value& value, const Merge merge) const {
-    writeScopeValue(_ui, value, merge);
+bool UiProperty::write(const rapidjson::Value& value, const Merge merge) const {
+    return writeScopeValue(_ui, value, merge);
 }
 
-void UiProperty::write(const char* const string, const Merge merge) const {
-    write(rapidjson::Value{string, _ui.project->allocator()}, merge);
+bool UiProperty::write(const char* const string, const Merge merge) const {
+    return write(rapidjson::Value{string, _ui.project->allocator()}, merge);
 }
 
 }

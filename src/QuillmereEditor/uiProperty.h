@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/ScopeGuard.h>
 #include <rapidjson/document.h>
 
 #include "QuillmereEditor/Ui.h"
@@ -23,18 +24,21 @@ const rapidjson::Value& scopeValue(const Ui& ui);
 /**
 @brief Change the value at the present scope
 @param value    Copied
+@return Whether the history was told
 
-With a warning instead if the history would take that as a programming error, as a project with a
-number where a list should be isn't one.
+It isn't while it's reserved for someone else, see @ref ChangeManager::isLocked(), whatever the user
+does. Nor if it would take the change as a programming error, as a project with a number where a
+list should be isn't one; then there's a warning.
 */
-void writeScopeValue(Ui& ui, const rapidjson::Value& value, Merge merge);
+bool writeScopeValue(Ui& ui, const rapidjson::Value& value, Merge merge);
 
 /**
 @brief A value of the project while its widget is drawn
 
-What all widgets of values have in common: enters the value's scope, finds the value, and in the end
-shows the path if it's asked for and leaves the scope, also when an exception passes. A widget reads
-the value, draws the label, draws itself as "##val" and finishes with what the user made of it:
+What all widgets of values have in common: enters the value's scope, finds the value, disables what
+is drawn while the history is locked, and in the end shows the path if it's asked for and leaves the
+scope, also when an exception passes. A widget reads the value, draws the label, draws itself as
+"##val" and finishes with what the user made of it:
 
 @code
 bool Ui::inputAngle(const char* const label) {
@@ -81,32 +85,35 @@ public:
     /** @brief Draw the label and go to the column of the widget, unless the labels are off */
     void drawLabel() const;
 
-    void write(const rapidjson::Value& value, Merge merge) const;
+    /** @brief Change the value, see @ref writeScopeValue() */
+    bool write(const rapidjson::Value& value, Merge merge) const;
 
     /** @brief Set a string. The present value may be the one it's a part of. */
-    void write(const char* string, Merge merge) const;
+    bool write(const char* string, Merge merge) const;
 
     /**
     @brief Write what @p make gives if the widget reported a change, else offer the context menu
     @param make     Gives a value or a string
-    @return @p changed
+    @return Whether a change was written
     */
     template<class Make> bool finish(const bool changed, Make&& make, const Merge merge) const {
         if(changed)
-            write(make(), merge);
-        else
-            _ui.valueContextMenu();
-        return changed;
+            return write(make(), merge);
+        _ui.valueContextMenu();
+        return false;
     }
 
 private:
     template<class T> void readArray(
         Corrade::Containers::ArrayView<T> out, T (*convert)(const rapidjson::Value&)) const;
 
+    /* Closed from the last to the first, also by what throws while the widget is constructed */
     Ui& _ui;
     const char* _label;
     unsigned int _id = 0;
+    Corrade::Containers::ScopeGuard _leaveScope;
     const rapidjson::Value& _value;
+    Corrade::Containers::ScopeGuard _enable;
 };
 
 }

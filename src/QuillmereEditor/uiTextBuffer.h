@@ -7,7 +7,10 @@
 
 namespace QuillmereEngine {
 
-/** @brief Make an array larger. The new bytes are zero. Expects that it isn't larger already. */
+/**
+@brief Make an array larger
+@param size     At least what it has. The new bytes are zero.
+*/
 void growZeroed(Corrade::Containers::Array<char>& array, std::size_t size);
 
 /**

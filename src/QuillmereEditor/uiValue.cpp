@@ -13,6 +13,8 @@
 #include <Corrade/Utility/DebugStl.h>
 #include <Corrade/Utility/FormatStl.h>
 
+#include "QuillmereEditor/changePath.h"
+
 using namespace Corrade;
 
 namespace QuillmereEngine {
@@ -123,13 +125,13 @@ rapidjson::Value jsonArray(
 void warnOfShape(
     const char* const path, const char* const expected, const rapidjson::Value& value) {
     if(isFirstWarning(path))
-        Utility::Warning{} << "Ui: expected" << expected << "at" << path << "but got"
+        Utility::Warning{} << "Ui: expected" << expected << "at" << printable(path) << "but got"
                            << kindName(value);
 }
 
 void warnOfNumbers(const char* const path, const std::size_t count, const rapidjson::Value& value) {
     if(isFirstWarning(path))
-        Utility::Warning{} << "Ui: expected an array of" << count << "numbers at" << path
+        Utility::Warning{} << "Ui: expected an array of" << count << "numbers at" << printable(path)
                            << "but got" << numbersProblem(count, value);
 }
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -278,6 +280,102 @@ TEST_F(UiBasicTest, GroupedButtonFollowsTheMouse) {
     EXPECT_EQ(pressed, 1);
     panel.input.idle();
     EXPECT_EQ(pressed, 1);
+}
+
+TEST_F(UiBasicTest, BorderIsAsRoundAsItsFrame) {
+    ImGuiStyle& style = ImGui::GetStyle();
+    style.Colors[ImGuiCol_Border] = ImVec4{1.0f, 0.0f, 0.0f, 1.0f};
+    style.Colors[ImGuiCol_BorderShadow] = ImVec4{0.0f, 1.0f, 0.0f, 1.0f};
+    style.WindowBorderSize = 0.0f;
+    style.FrameBorderSize = 1.0f;
+    const ImVec2 min{100.0f, 100.0f}, max{160.0f, 140.0f};
+    struct {
+        ImU32 color;
+        float offset;
+    } const borders[]{{0xff0000ff, 0.0f}, {0xff00ff00, 1.0f}};
+    for(const bool left: {false, true})
+        for(const bool right: {false, true}) {
+            panel.show([&] { renderFrame(min, max, Color, true, 8.0f, left, right); });
+            for(const auto& border: borders) {
+                /* A line goes through the middle of its pixels, and is one wide */
+                bool isLeftSharp = false, isRightSharp = false;
+                for(const ImDrawVert& vertex: Testing::drawnVertices("Panel")) {
+                    if(vertex.col != border.color ||
+                        std::abs(vertex.pos.y - min.y - border.offset) > 1.5f)
+                        continue;
+                    isLeftSharp = isLeftSharp ||
+                        std::abs(vertex.pos.x - min.x - border.offset) < 1.5f;
+                    isRightSharp = isRightSharp ||
+                        std::abs(vertex.pos.x - max.x - border.offset) < 1.5f;
+                }
+                EXPECT_EQ(isLeftSharp, !left);
+                EXPECT_EQ(isRightSharp, !right);
+            }
+        }
+}
+
+TEST_F(UiBasicTest, GroupedButtonHasTheBorderOfTheStyle) {
+    ImGuiStyle& style = ImGui::GetStyle();
+    style.Colors[ImGuiCol_Border] = ImVec4{1.0f, 0.0f, 0.0f, 1.0f};
+    style.WindowBorderSize = 0.0f;
+    style.FrameBorderSize = 1.0f;
+    panel.show([] {
+        ImGui::SetCursorScreenPos({100.0f, 100.0f});
+        Ui::buttonGrouped("Button", nullptr, {});
+    });
+    EXPECT_GT(countOf(0xff0000ff), 0);
+}
+
+TEST_F(UiBasicTest, GroupedButtonAlignsItsTextAsTheStyleSays) {
+    ImGuiStyle& style = ImGui::GetStyle();
+    style.FramePadding = ImVec2{20.0f, 10.0f};
+    panel.show([this] {
+        Ui::buttonGrouped("Button##hidden", nullptr, {});
+        panel.mark();
+    });
+    const Testing::DrawnText text = drawnTexts("Panel").back();
+    EXPECT_EQ(text.text, "Button");
+    EXPECT_NEAR(text.position.x, panel.box().min.x + 20.0f, 2.0f);
+    EXPECT_NEAR(text.position.y, panel.box().min.y + 10.0f, ImGui::GetFontSize() * 0.5f);
+}
+
+TEST_F(UiBasicTest, WhatCannotBeSeenIsNotDrawnAndTakesItsRoom) {
+    bool pressed = false;
+    float alignedHeight = 0.0f, buttonHeight = 0.0f;
+    panel.show([&] {
+        /* The keyboard is where the first item of a window is, and that one is always drawn */
+        ImGui::Button("First");
+        ImGui::SetCursorPosY(5000.0f);
+        float top = ImGui::GetCursorPosY();
+        Ui::alignedText("Text");
+        alignedHeight = ImGui::GetCursorPosY() - top;
+        top = ImGui::GetCursorPosY();
+        pressed = Ui::buttonGrouped("Button", "id", {}) || pressed;
+        buttonHeight = ImGui::GetCursorPosY() - top;
+    });
+    EXPECT_FALSE(pressed);
+    EXPECT_FLOAT_EQ(alignedHeight, ImGui::GetFrameHeightWithSpacing());
+    EXPECT_FLOAT_EQ(buttonHeight, ImGui::GetFrameHeightWithSpacing());
+    for(const ImDrawVert& vertex: Testing::drawnVertices("Panel"))
+        EXPECT_LT(vertex.pos.y, 1000.0f);
+}
+
+TEST_F(UiBasicTest, GroupedButtonShowsTheKeyboardsPlace) {
+    panel.frame.io().ConfigFlags |= ImGuiConfigFlags_NavEnableKeyboard;
+    ImGui::GetStyle().Colors[ImGuiCol_NavHighlight] = ImVec4{1.0f, 0.0f, 0.0f, 1.0f};
+    int pressed = 0;
+    panel.show([&] {
+        ImGui::SetCursorScreenPos({100.0f, 100.0f});
+        pressed += Ui::buttonGrouped("Button", nullptr, {});
+        panel.mark();
+    });
+    panel.input.click(panel.box().center());
+    EXPECT_EQ(pressed, 1);
+    EXPECT_EQ(countOf(0xff0000ff), 0);
+    panel.input.moveTo({500.0f, 400.0f});
+    panel.input.type(ImGuiKey_DownArrow);
+    panel.input.idle(2);
+    EXPECT_GT(countOf(0xff0000ff), 0);
 }
 
 TEST_F(UiBasicTest, GroupedButtonIsLoggedInBrackets) {

@@ -1,3 +1,4 @@
+#include <cstring>
 #include <functional>
 #include <string>
 #include <vector>
@@ -44,21 +45,29 @@ struct NumericCase {
     const char* after;
     /* The value before, as the widget writes it */
     const char* rewritten;
+    /* A part of the value after 7 was typed into the first component */
+    const char* typed;
 };
 
 const NumericCase NumericCases[]{
-    {"Float", [](Ui& ui) { return ui.inputFloat("v"); }, 1, "2", "3.0", "2.0"},
-    {"Float2", [](Ui& ui) { return ui.inputFloat2("v"); }, 2, "[1,2]", "[2.0,2.0]", "[1.0,2.0]"},
+    {"Float", [](Ui& ui) { return ui.inputFloat("v"); }, 1, "2", "3.0", "2.0", ":7.0}"},
+    {"Float2", [](Ui& ui) { return ui.inputFloat2("v"); }, 2, "[1,2]", "[2.0,2.0]", "[1.0,2.0]",
+        "[7.0,"},
     {"Float3", [](Ui& ui) { return ui.inputFloat3("v"); }, 3, "[1,2,3]", "[2.0,2.0,3.0]",
-        "[1.0,2.0,3.0]"},
+        "[1.0,2.0,3.0]", "[7.0,"},
     {"Float4", [](Ui& ui) { return ui.inputFloat4("v"); }, 4, "[1,2,3,4]", "[2.0,2.0,3.0,4.0]",
-        "[1.0,2.0,3.0,4.0]"},
-    {"Int", [](Ui& ui) { return ui.inputInt("v", 2, 0); }, 1, "-5", "15", "-5"},
-    {"Int2", [](Ui& ui) { return ui.inputInt2("v"); }, 2, "[1,2]", "[11,2]", "[1,2]"},
-    {"Int3", [](Ui& ui) { return ui.inputInt3("v"); }, 3, "[1,2,3]", "[11,2,3]", "[1,2,3]"},
-    {"Int4", [](Ui& ui) { return ui.inputInt4("v"); }, 4, "[1,2,3,4]", "[11,2,3,4]", "[1,2,3,4]"},
+        "[1.0,2.0,3.0,4.0]", "[7.0,"},
+    {"Int", [](Ui& ui) { return ui.inputInt("v", 2, 0); }, 1, "-5", "15", "-5", ":7}"},
+    {"Int2", [](Ui& ui) { return ui.inputInt2("v"); }, 2, "[1,2]", "[11,2]", "[1,2]", "[7,"},
+    {"Int3", [](Ui& ui) { return ui.inputInt3("v"); }, 3, "[1,2,3]", "[11,2,3]", "[1,2,3]", "[7,"},
+    {"Int4", [](Ui& ui) { return ui.inputInt4("v"); }, 4, "[1,2,3,4]", "[11,2,3,4]", "[1,2,3,4]",
+        "[7,"},
     {"LongArray", [](Ui& ui) { return ui.inputFloat2("v"); }, 2, "[1,2,7]", "[2.0,2.0]",
-        "[1.0,2.0]"}};
+        "[1.0,2.0]", "[7.0,"},
+    {"Colour3", [](Ui& ui) { return ui.colorEdit3("v"); }, 3, "[0,0,1]",
+        "[0.03921568766236305,0.0,1.0]", "[0.0,0.0,1.0]", "[0.0274509"},
+    {"Colour4", [](Ui& ui) { return ui.colorEdit4("v"); }, 4, "[0,0,1,1]",
+        "[0.03921568766236305,0.0,1.0,1.0]", "[0.0,0.0,1.0,1.0]", "[0.0274509"}};
 
 void PrintTo(const NumericCase& row, std::ostream* const out) { *out << row.name; }
 
@@ -77,6 +86,9 @@ struct UiNumericTest: ::testing::TestWithParam<NumericCase> {
     std::string document(const char* const value) const {
         return std::string{R"({"first":0,"v":)"} + value + "}";
     }
+
+    static bool isColour() { return std::strstr(GetParam().name, "Colour"); }
+    static bool showsFloats() { return std::strchr(GetParam().rewritten, '.') && !isColour(); }
 
     /* A point in the first component */
     ImVec2 firstComponent() const {
@@ -171,8 +183,60 @@ TEST_P(UiNumericTest, MissingValueIsZeroWithoutAWarning) {
 
 TEST_P(UiNumericTest, TypedNumberIsWritten) {
     enter(panel, firstComponent(), "7");
-    const std::string isFloat = std::string{GetParam().name}.find("Int") ? "7.0" : "7";
-    EXPECT_NE(panel.document().find(isFloat), std::string::npos) << panel.document();
+    EXPECT_NE(panel.document().find(GetParam().typed), std::string::npos) << panel.document();
+}
+
+TEST_P(UiNumericTest, FieldHasTheIdOfItsScope) {
+    ImGuiID expected = 0;
+    panel.show([this, &expected] {
+        ImGui::PushID("v");
+        ImGui::PushID("##val");
+        /* Fields of several components push an index, those of colours have labels */
+        ImGuiWindow& window = *ImGui::GetCurrentWindow();
+        expected = GetParam().count == 1 ? window.IDStack.back()
+            : isColour()                 ? window.GetID("##X")
+                                         : window.GetID(0);
+        ImGui::PopID();
+        ImGui::PopID();
+        GetParam().draw(panel.ui);
+        panel.mark();
+    });
+    panel.input.moveTo(firstComponent());
+    panel.input.press();
+    EXPECT_EQ(ImGui::GetCurrentContext()->ActiveId, expected);
+    panel.input.release();
+}
+
+TEST_P(UiNumericTest, MenuPastesTheWholeValue) {
+    panel.frame.clipboard = GetParam().after;
+    panel.setDocument(document(GetParam().rewritten));
+    panel.input.moveTo(firstComponent());
+    panel.input.press(1);
+    panel.input.release(1);
+    panel.input.idle(2);
+    ASSERT_EQ(ImGui::GetCurrentContext()->OpenPopupStack.Size, 1);
+    panel.clickItem("?Paste", ImGui::GetCurrentContext()->OpenPopupStack.back().Window->Name);
+    EXPECT_EQ(panel.document(), document(GetParam().after));
+}
+
+TEST_P(UiNumericTest, OnlyColoursHaveBounds) {
+    const ImVec2 from = firstComponent();
+    panel.input.drag(from, {from.x - 1000.0f, from.y});
+    if(isColour())
+        EXPECT_EQ(panel.document(), document(GetParam().before));
+    else
+        EXPECT_NE(panel.document().find(GetParam().count == 1 ? ":-" : "[-"), std::string::npos)
+            << panel.document();
+}
+
+TEST_P(UiNumericTest, FloatsHaveThreeDecimals) {
+    const std::vector<Testing::DrawnText> texts = drawnTexts("Panel");
+    std::size_t count = 0;
+    for(const Testing::DrawnText& text: texts) {
+        const std::size_t point = text.text.find('.');
+        count += point != std::string::npos && point + 4 == text.text.size() ? 1 : 0;
+    }
+    EXPECT_EQ(count, showsFloats() ? GetParam().count : 0);
 }
 
 /* Each key is written at once, and so is what was there before */
@@ -320,6 +384,8 @@ TEST_F(UiNumberTest, MissingColourIsBlack) {
     for(const char* const json: {"null", R"("text")"}) {
         show(json, [](Ui& ui) { return ui.colorEdit4("v"); });
         EXPECT_EQ(value(), json);
+        EXPECT_EQ(panel.warnings,
+            *json == 'n' ? "" : "Ui: expected an array of 4 numbers at /v but got a string\n");
         enter(panel, panel.box().at(0.1f, 0.5f), "255");
         EXPECT_EQ(value(), "[1.0,0.0,0.0,0.0]");
     }
@@ -331,6 +397,14 @@ TEST_F(UiNumberDeathTest, ColourWithAlphaNeedsFourElements) {
     for(const char* const json: {"[]", "[1,2,3]"})
         EXPECT_DEATH(show(json, [](Ui& ui) { return ui.colorEdit4("v"); }),
             "^Ui::colorEdit4\\(\\): Json array for v too small\n$");
+}
+
+TEST_F(UiNumberDeathTest, NoProjectAndNoHistory) {
+    panel.ui.changeManager = nullptr;
+    show("1", [](Ui& ui) { return ui.inputFloat("v"); });
+    EXPECT_DEATH(dragBy(panel, panel.box().center(), 10.0f), "^Ui: there is no change manager\n$");
+    panel.ui.project = nullptr;
+    EXPECT_DEATH(panel.input.idle(), "^Ui: there is no project\n$");
 }
 
 TEST_F(UiNumberDeathTest, NoDocument) {

@@ -25,7 +25,9 @@ std::vector<int> stackSizes() {
     return {context.CurrentWindow->IDStack.Size, context.ColorStack.Size,
         context.StyleVarStack.Size, context.FontStack.Size, context.FocusScopeStack.Size,
         context.ItemFlagsStack.Size, context.GroupStack.Size, context.BeginPopupStack.Size,
-        context.CurrentWindowStack.Size, context.DragDropWithinTarget ? 1 : 0};
+        context.CurrentWindowStack.Size, context.DragDropWithinTarget ? 1 : 0,
+        context.DisabledStackSize, context.CurrentWindow->DC.ItemWidthStack.Size,
+        context.CurrentWindow->DrawList->_ClipRectStack.Size};
 }
 
 }
@@ -70,6 +72,8 @@ std::string UiPanel::lastChange() {
 }
 
 void UiPanel::setDocument(const std::string& json) {
+    _formerDocuments.push_back(std::move(project.document));
+    project.document.emplace();
     JsonTextError error;
     EXPECT_TRUE(parseJson({json.data(), json.size()}, *project.document, error)) << json;
 }

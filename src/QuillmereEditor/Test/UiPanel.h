@@ -4,8 +4,11 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
+#include <Corrade/Containers/Pointer.h>
 #include <imgui.h>
+#include <rapidjson/document.h>
 
 #include "QuillmereEditor/ChangeManager.h"
 #include "QuillmereEditor/Ui.h"
@@ -79,6 +82,8 @@ private:
     void draw();
     void drawChecked();
 
+    /* The history has values in their pools */
+    std::vector<Corrade::Containers::Pointer<rapidjson::Document>> _formerDocuments;
     std::function<void()> _content;
     std::map<std::string, ScreenBox> _boxes;
 };

@@ -126,6 +126,23 @@ TEST_F(UiScopeTest, IdIsThatOfTheLastSegmentInItsStack) {
     ui.pushScope("a", nullptr).popScope();
 }
 
+/* As with Dear ImGui's own IDs, so that an item may have the ID of what it's in */
+TEST_F(UiScopeTest, ActiveIdOfTheLastSegmentStaysActive) {
+    for(const bool wanted: {false, true}) {
+        ImGui::SetActiveID(ImGui::GetID("a"), ImGui::GetCurrentWindow());
+        unsigned int id = 0;
+        for(int i = 0; i != 3; ++i) {
+            ImGui::End();
+            ImGui::Render();
+            ImGui::NewFrame();
+            ImGui::Begin("Window");
+            ui.pushScope("a", wanted ? &id : nullptr).popScope();
+        }
+        EXPECT_EQ(ImGui::GetActiveID(), ImGui::GetID("a"));
+    }
+    ImGui::ClearActiveID();
+}
+
 TEST_F(UiScopeTest, IndexHasTheIdOfItsDigits) {
     unsigned int id = 0;
     const ImGuiID expected = ImGui::GetID("12");

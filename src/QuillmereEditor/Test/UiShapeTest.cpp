@@ -1,10 +1,13 @@
 #include <functional>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include <Corrade/Utility/Debug.h>
 #include <gtest/gtest.h>
 #include <imgui.h>
+#include <imgui_internal.h>
 
 #include "QuillmereEditor/Test/UiPanel.h"
 #include "QuillmereEditor/Ui.h"
@@ -232,6 +235,82 @@ TEST_F(UiShapeWarningTest, EditedValueIsOfTheWidgetsKind) {
     const ImVec2 from = panel.box().center();
     panel.input.drag(from, {from.x + 10.0f, from.y});
     EXPECT_EQ(panel.lastChange(), R"(Change /object: {"a":1} -> 1.0)");
+}
+
+TEST_F(UiShapeWarningTest, PathIsOneLine) {
+    panel.setDocument("{\"two\\nlines\":{\"a\":true,\"b\":[{}]}}");
+    panel.show([this] {
+        panel.ui.pushScope("two\nlines");
+        panel.ui.inputFloat("a");
+        panel.ui.inputInt2("b");
+        panel.ui.popScope();
+    });
+    EXPECT_EQ(panel.warnings,
+        "Ui: expected a number at /two\\x0alines/a but got true\n"
+        "Ui: expected an array of 2 numbers at /two\\x0alines/b but got an object at index 0\n");
+}
+
+TEST_F(UiShapeWarningTest, WhatCannotBeWrittenIsNamedInOneLine) {
+    panel.setDocument("{\"text\\n\":\"text\"}");
+    panel.show([this] {
+        panel.ui.pushScope("text\n");
+        panel.ui.inputInt("0", 1, 0);
+        panel.mark();
+        panel.ui.popScope();
+    });
+    const ImVec2 from = panel.box().center();
+    panel.input.drag(from, {from.x + 10.0f, from.y});
+    EXPECT_EQ(panel.document(), "{\"text\\n\":\"text\"}");
+    EXPECT_EQ(panel.warnings,
+        "Ui: can't write /text\\x0a/0, its parent is neither an array nor an object\n");
+}
+
+/* RapidJSON used to end the process, as it does when an invalid pointer is looked up */
+TEST_F(UiShapeWarningTest, KeyWithALoneTildeIsRefused) {
+    panel.show([this] {
+        panel.ui.pushScope("a~b");
+        panel.ui.inputInt("0", 1, 0);
+        panel.mark();
+        panel.ui.popScope();
+    });
+    std::ostringstream errors;
+    const Utility::Error redirect{&errors};
+    const ImVec2 from = panel.box().center();
+    panel.input.drag(from, {from.x + 10.0f, from.y});
+    EXPECT_EQ(panel.document(), "{}");
+    EXPECT_EQ(errors.str(), "ChangeManager::pushChange(): /a~b/0 is not a JSON pointer\n");
+}
+
+/* Whatever stands on the way to a value, and whatever its path is */
+TEST_F(UiShapeWarningTest, AnEditIsWrittenOrRefusedWithAMessage) {
+    for(const char* const document: {"null", "5", "[]", "[1]", "{}", R"({"a":5})", R"({"a":null})",
+            R"({"a":"text"})", R"({"a":[1]})", R"({"a":{"3":true}})", R"({"a":[[],{},"x",{}]})"})
+        for(const std::string scope: {"a", "a/3", "a/3/b", "a/3/3", "a/0", "a/-", "a/01", "a/-1",
+                "a/4294967296", "3", "-", "~", "a~/3", "3~2", "//", "a/"}) {
+            panel.setDocument(document);
+            panel.manager.reset(panel.project);
+            panel.show([&] {
+                const int count = ImGui::GetCurrentWindow()->IDStack.Size;
+                panel.ui.pushFlags(Ui::Flag::NoLabel);
+                panel.ui.inputInt(scope.c_str(), 1, 0);
+                panel.mark();
+                panel.ui.popFlags();
+                while(ImGui::GetCurrentWindow()->IDStack.Size > count)
+                    panel.ui.popScope();
+                /* Segments that are no IDs don't count as scopes to leave */
+                *panel.ui.scope.data() = '\0';
+            });
+            std::ostringstream errors;
+            const Utility::Error redirect{&errors};
+            panel.warnings.clear();
+            const ImVec2 from = panel.box().center();
+            panel.input.drag(from, {from.x + 10.0f, from.y});
+            panel.input.idle(40);
+            const std::string messages = panel.warnings + errors.str();
+            EXPECT_NE(panel.document() == document, messages.empty())
+                << document << " at " << scope << ": " << messages;
+            EXPECT_EQ(panel.manager.changeCount(), messages.empty() ? 1 : 0);
+        }
 }
 
 TEST_F(UiShapeWarningTest, EscapedKeysAreTheirMembers) {

@@ -74,7 +74,11 @@ struct UiStyleTest: ::testing::TestWithParam<StyleCase> {
 TEST_P(UiStyleTest, ColumnsAndStacksHold) {
     const std::pair<const char*, std::function<void()>> rows[]{
         {"int", [this] { panel.ui.inputInt("int", 1, 0); }},
+        {"float", [this] { panel.ui.inputFloat("int"); }},
         {"vector", [this] { panel.ui.inputFloat3("vector"); }},
+        {"integers", [this] { panel.ui.inputInt2("vector"); }},
+        {"colour", [this] { panel.ui.colorEdit4("colour"); }},
+        {"bit", [this] { panel.ui.checkboxBit("mask", 1, nullptr); }},
         {"enum",
             [this] {
                 panel.ui.inputEnum("enum", {"a", "b"});

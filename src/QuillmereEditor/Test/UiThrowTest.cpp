@@ -47,6 +47,56 @@ TEST_F(UiThrowTest, Drag) {
     expectThrown("11");
 }
 
+TEST_F(UiThrowTest, DragOfEachNumber) {
+    struct {
+        std::function<void()> draw;
+        const char *before, *after;
+    } const cases[]{{[this] { panel.ui.inputFloat("v"); }, "1", "2.0"},
+        {[this] { panel.ui.inputFloat2("v"); }, "[1,2]", "[2.0,2.0]"},
+        {[this] { panel.ui.inputFloat3("v"); }, "[1,2,3]", "[2.0,2.0,3.0]"},
+        {[this] { panel.ui.inputFloat4("v"); }, "[1,2,3,4]", "[2.0,2.0,3.0,4.0]"},
+        {[this] { panel.ui.inputInt2("v"); }, "[1,2]", "[11,2]"},
+        {[this] { panel.ui.inputInt3("v"); }, "[1,2,3]", "[11,2,3]"},
+        {[this] { panel.ui.inputInt4("v"); }, "[1,2,3,4]", "[11,2,3,4]"},
+        {[this] { panel.ui.colorEdit3("v"); }, "[0,1,1]", "[0.03921568766236305,1.0,1.0]"},
+        {[this] { panel.ui.colorEdit4("v"); }, "[0,1,1,1]", "[0.03921568766236305,1.0,1.0,1.0]"}};
+    for(const auto& i: cases) {
+        show(i.before, i.draw);
+        const ImVec2 from = panel.box().at(0.1f, 0.5f);
+        panel.input.drag(from, {from.x + 10.0f, from.y});
+        expectThrown(i.after);
+        panel.input.idle(40);
+    }
+}
+
+TEST_F(UiThrowTest, ColourPicker) {
+    show("[0,1,1]", [this] { panel.ui.colorEdit3("v"); });
+    panel.input.click({panel.box().max.x - 5.0f, panel.box().center().y});
+    ASSERT_EQ(ImGui::GetCurrentContext()->OpenPopupStack.Size, 1);
+    const ImGuiWindow& picker = *ImGui::GetCurrentContext()->OpenPopupStack.back().Window;
+    panel.input.moveTo({picker.Pos.x + 60.0f, picker.Pos.y + 80.0f});
+    panel.input.press();
+    EXPECT_GE(panel.caught, 1);
+    EXPECT_EQ(panel.manager.changeCount(), 1);
+    panel.input.release();
+}
+
+TEST_F(UiThrowTest, PathIsShownAllTheSame) {
+    show("1", [this] { panel.ui.inputInt("v", 1, 0); });
+    const ImVec2 from = panel.box().center();
+    panel.input.moveTo(from);
+    panel.input.press();
+    panel.input.hold(ImGuiKeyModFlags_Ctrl);
+    panel.input.moveTo({from.x + 10.0f, from.y});
+    EXPECT_EQ(panel.caught, 1);
+    /* Dear ImGui only measures a tooltip in its first frame */
+    const ImGuiWindow* const tooltip = ImGui::FindWindowByName("##Tooltip_00");
+    ASSERT_NE(tooltip, nullptr);
+    EXPECT_TRUE(tooltip->Active);
+    panel.input.hold(ImGuiKeyModFlags_None);
+    panel.input.release();
+}
+
 TEST_F(UiThrowTest, PasteInTheMenu) {
     show("1", [this] { panel.ui.inputFloat("v"); });
     panel.frame.clipboard = "2";
