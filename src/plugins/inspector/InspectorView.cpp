@@ -178,7 +178,7 @@ void InspectorView::drawObject() {
 
 void InspectorView::drawIdentity(const std::string& key) {
     Ui::label("name");
-    ui().renameable("name");
+    drawName();
     Ui::label("id");
     ImGui::TextUnformatted(key.c_str());
     if(has("type")) {
@@ -186,6 +186,24 @@ void InspectorView::drawIdentity(const std::string& key) {
         ui().text("type");
     }
     ui().checkbox("active");
+}
+
+/* A name that is empty is no place for a double click */
+void InspectorView::drawName() {
+    const rapidjson::Value* const name = member("name");
+    const bool isEmpty = !name || !name->IsString() || !*name->GetString();
+    const ImGuiID id = renamingId();
+    if(!isEmpty || ui().renamingId == id)
+        return ui().renameable("name");
+    ImGui::TextDisabled("unnamed");
+    if(ImGui::IsItemHovered() && ImGui::IsMouseDoubleClicked(ImGuiMouseButton_Left))
+        ui().renamingId = id;
+}
+
+/* By which the widget knows that it's the one to be edited, see Ui::renamingId */
+unsigned int InspectorView::renamingId() {
+    const Scope scope{ui(), "name"};
+    return ImGui::GetID("name");
 }
 
 void InspectorView::drawTransform() {

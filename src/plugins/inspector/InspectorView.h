@@ -54,6 +54,8 @@ private:
     void drawContent();
     void drawObject();
     void drawIdentity(const std::string& key);
+    void drawName();
+    unsigned int renamingId();
     void drawTransform();
     void drawAppearance();
     void drawTexture();

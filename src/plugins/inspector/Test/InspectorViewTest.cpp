@@ -31,6 +31,8 @@ constexpr const char* Project = R"({
             "texture": "lamp.png", "animation": "", "shadows": 1, "tags": ["night", "harbour"], "notes": "a\nb"
         },
         "2": {"name": "Boat"},
+        "3": {"name": ""},
+        "4": {},
         "a/b~c": {"name": "Odd", "x/y~z": true, "": 7}
     },
     "meshes": {"box": {"name": "Box"}, "ball": {"name": "Ball"}},
@@ -138,6 +140,36 @@ TEST_F(InspectorViewTest, NameIsRenamed) {
     EXPECT_EQ(host.value("/objects/1/name"), "\"Lantern\"");
     host.changes().undoLast();
     EXPECT_EQ(host.value("/objects/1/name"), "\"Lamp\"");
+}
+
+TEST_F(InspectorViewTest, ObjectWithoutANameIsNamed) {
+    for(const char* const object: {"3", "4"}) {
+        select(object);
+        /* Or it would be the third and fourth click */
+        input.idle(30);
+        input.doubleClick(at("unnamed"));
+        input.idle(3);
+        EXPECT_FALSE(shows("unnamed"));
+        input.text("Buoy");
+        input.type(ImGuiKey_Enter);
+        EXPECT_EQ(host.value((std::string{"/objects/"} + object + "/name").c_str()), "\"Buoy\"");
+        EXPECT_EQ(host.ui().renamingId, 0);
+        input.idle(2);
+        EXPECT_TRUE(shows("Buoy"));
+    }
+    EXPECT_EQ(host.changes().changeCount(), 2);
+}
+
+/* Down to where nothing is left for the values */
+TEST_F(InspectorViewTest, NarrowPanelIsDrawn) {
+    for(const float size: {20.0f, 60.0f, 150.0f}) {
+        width = size;
+        input.idle(2);
+        input.click({15.0f, 60.0f});
+        EXPECT_TRUE(host.ui().flagStack.isEmpty());
+        EXPECT_STREQ(host.ui().scope.data(), "");
+    }
+    EXPECT_EQ(host.changes().changeCount(), 0);
 }
 
 TEST_F(InspectorViewTest, DraggedTranslationIsOneStep) {
