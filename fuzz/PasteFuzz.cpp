@@ -26,7 +26,8 @@ namespace {
 constexpr const char* Document =
     R"({"null":null,"true":true,"false":false,"integer":7,"double":2.5,"string":"text",)"
     R"("empty":[],"pair":[1,2],"vector":[1,2,3],"colour":[1,0.5,0,1],"list":["a","b"],)"
-    R"("object":{"a":1},"objects":{"o1":{"name":"Lamp"},"o2":{"name":"Box"}}})";
+    R"("object":{"a":1},"a/b~c":{"":"x"},"nested":[[1,2],{"b":null}],)"
+    R"("objects":{"o1":{"name":"Lamp"},"o2":{"name":"Box"}}})";
 
 void expect(const bool condition, const char* const what, const std::string& path) {
     if(condition)
@@ -63,27 +64,43 @@ struct Editor {
     Ui ui;
 };
 
+/* Inside of others, of an element and of a key with escapes, and of something that isn't there */
+constexpr const char* DeepPaths[]{"object/a", "a~1b~0c/", "nested/0", "nested/1/b", "vector/2",
+    "vector/3", "missing", "string/0"};
+
 bool isKept(const rapidjson::Value& before, const rapidjson::Value& after) {
     return before.GetType() == after.GetType() &&
         (!before.IsArray() || before.Size() == after.Size());
 }
 
+std::string escaped(const std::string& key) { return key == "a/b~c" ? "a~1b~0c" : key; }
+
+void paste(Editor& editor, const std::string& name) {
+    const std::string path = "/" + name;
+    rapidjson::MemoryPoolAllocator<> pool;
+    const rapidjson::Value before = RapidJsonUtils::copy(
+        *editor.project.getValue(path.c_str(), false), pool);
+    const std::string whole = RapidJsonUtils::toJson(*editor.project.document);
+    const std::size_t changes = editor.manager.changeCount();
+    editor.ui.pushScope(name.c_str());
+    editor.ui.pasteValue();
+    for(std::size_t i = 0; i != name.size(); ++i)
+        if(name[i] == '/')
+            editor.ui.popScope();
+    editor.ui.popScope();
+    const rapidjson::Value& after = *editor.project.getValue(path.c_str(), false);
+    expect(isKept(before, after), "another kind or size", path);
+    expect(editor.manager.changeCount() != changes ||
+            RapidJsonUtils::toJson(*editor.project.document) == whole,
+        "changed, but the history doesn't know", path);
+}
+
+/* The deep ones first, as the others may be replaced by what has no such parts */
 void pasteEverywhere(Editor& editor) {
-    for(const std::string& key: editor.keys()) {
-        const std::string path = "/" + key;
-        rapidjson::MemoryPoolAllocator<> pool;
-        const rapidjson::Value before = RapidJsonUtils::copy(
-            *editor.project.getValue(path.c_str(), false), pool);
-        const std::size_t changes = editor.manager.changeCount();
-        editor.ui.pushScope(key.c_str());
-        editor.ui.pasteValue();
-        editor.ui.popScope();
-        const rapidjson::Value& after = *editor.project.getValue(path.c_str(), false);
-        expect(isKept(before, after), "another kind or size", path);
-        expect(editor.manager.changeCount() != changes ||
-                RapidJsonUtils::toJson(after) == RapidJsonUtils::toJson(before),
-            "changed, but the history doesn't know", path);
-    }
+    for(const char* const path: DeepPaths)
+        paste(editor, path);
+    for(const std::string& key: editor.keys())
+        paste(editor, escaped(key));
 }
 
 void drawEverything(Ui& ui, const char* const key) {
@@ -94,9 +111,15 @@ void drawEverything(Ui& ui, const char* const key) {
     ui.inputFloat3(key);
     ui.inputInt4(key);
     ui.colorEdit3(key);
-    if(ui.project->getValue(("/" + std::string{key}).c_str(), false)->IsNull() ||
-        std::string{"colour"} == key)
+    const rapidjson::Value& value = *ui.project->getValue(("/" + std::string{key}).c_str(), false);
+    if(!value.IsArray() || value.Size() > 3)
         ui.colorEdit4(key);
+    ui.inputFloat2(key);
+    ui.inputFloat4(key);
+    ui.inputInt2(key);
+    ui.inputInt3(key);
+    ui.checkboxUnlabled(key);
+    ui.checkboxBit(key, 31, nullptr);
     ui.checkbox(key);
     ui.checkboxBits(key, 10, {});
     ui.inputEnum(key, {"a", "b"});
@@ -122,7 +145,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* const data, const std:
     editor.run([&] { pasteEverywhere(editor); });
     editor.run([&] {
         for(const std::string& key: editor.keys())
-            drawEverything(editor.ui, key.c_str());
+            drawEverything(editor.ui, escaped(key).c_str());
     });
     for(std::size_t i = editor.manager.changeCount(); i != 0; --i)
         editor.manager.undoLast();

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_set>
 
 #include <Corrade/Containers/ScopeGuard.h>
 #include <Corrade/Utility/Assert.h>
@@ -135,6 +136,25 @@ const char* elementString(const rapidjson::Value& element) {
     return element.IsString() ? element.GetString() : "";
 }
 
+/* Equal strings have one ID, and of items with one ID only the first can be clicked. Those behind it
+   have their index in theirs, too. */
+int drawStrings(const rapidjson::Value& list, const int selected) {
+    std::unordered_set<ImGuiID> ids;
+    int clicked = -1;
+    const int count = list.IsArray() ? int(list.Size()) : 0;
+    for(int i = 0; i != count; ++i) {
+        const char* const label = labelFrom(elementString(list[rapidjson::SizeType(i)]));
+        const bool isFirst = ids.insert(ImGui::GetID(label)).second;
+        if(!isFirst)
+            ImGui::PushID(i);
+        if(ImGui::Selectable(label, i == selected, 0, ImVec2{0.0f, 0.0f}))
+            clicked = i;
+        if(!isFirst)
+            ImGui::PopID();
+    }
+    return clicked;
+}
+
 bool isListOfStrings(const rapidjson::Value& value) {
     if(!value.IsArray())
         return false;
@@ -229,16 +249,10 @@ bool Ui::stringList(const char* const label, int& selected) {
     const Containers::ScopeGuard endChild{ImGui::EndChild};
     ImGui::PushID(label);
     const Containers::ScopeGuard popId{ImGui::PopID};
-    bool changed = false;
-    const int count = list.IsArray() ? int(list.Size()) : 0;
-    for(int i = 0; i != count; ++i) {
-        const char* const string = elementString(list[rapidjson::SizeType(i)]);
-        if(ImGui::Selectable(labelFrom(string), i == selected, 0, ImVec2{0.0f, 0.0f})) {
-            selected = i;
-            changed = true;
-        }
-    }
-    return changed;
+    const int clicked = drawStrings(list, selected);
+    if(clicked != -1)
+        selected = clicked;
+    return clicked != -1;
 }
 
 }

@@ -106,12 +106,19 @@ bool ProjectSession::save() {
     return true;
 }
 
+/* Neither may happen in the middle of an edit that reserves the history, or of a group */
+bool ProjectSession::canStep() const { return !_changes.isLocked() && !_changes.isGroupOpen(); }
+
 void ProjectSession::undo() {
+    if(!canStep())
+        return;
     const Step step{*this};
     _changes.undoLast();
 }
 
 void ProjectSession::redo() {
+    if(!canStep())
+        return;
     const Step step{*this};
     _changes.redoLastUndo();
 }

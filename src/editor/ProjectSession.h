@@ -53,7 +53,10 @@ public:
     */
     bool save();
 
+    /** @brief Undo the newest step, unless the history is locked or has an open group */
     void undo();
+
+    /** @brief Redo the step undone last, see @ref undo() */
     void redo();
 
     /** @brief Name of the project with a mark if there are unsaved changes: "a/project.json*". Empty
@@ -66,6 +69,7 @@ public:
 private:
     class Step;
 
+    bool canStep() const;
     void changed(const Change& change);
     void remember();
 

@@ -101,6 +101,24 @@ TEST_F(UiClipboardTest, MenuItemsHaveTheirIcons) {
     EXPECT_EQ(texts[1].text, "Cmd+C");
     EXPECT_EQ(texts[2].text, "?Paste");
     EXPECT_EQ(texts[3].text, "Cmd+V");
+
+    /* The whole label is the item's ID */
+    const char* const labels[]{"\xef\x83\x85 Copy", "\xef\x83\xaa Paste"};
+    for(int i = 0; i != 2; ++i) {
+        const ImVec2 position = texts[std::size_t(i) * 2].position;
+        panel.input.moveTo({position.x + 2.0f, position.y + 4.0f});
+        panel.input.idle();
+        EXPECT_EQ(ImGui::GetHoveredID(), ImGui::FindWindowByName(menu().c_str())->GetID(labels[i]));
+    }
+}
+
+TEST_F(UiClipboardTest, MenuHasThePathAsId) {
+    openMenu("b");
+    ImGuiID id = ImGui::FindWindowByName("Panel")->ID;
+    for(const char* const name: {"b", "position", "/b/position"})
+        id = ImHashStr(name, 0, id);
+    ASSERT_EQ(ImGui::GetCurrentContext()->OpenPopupStack.Size, 1);
+    EXPECT_EQ(ImGui::GetCurrentContext()->OpenPopupStack[0].PopupId, id);
 }
 
 TEST_F(UiClipboardTest, EachPropertyHasItsMenu) {
@@ -163,6 +181,17 @@ TEST_F(UiClipboardTest, NoShortcutsWhileDragging) {
     panel.input.release();
     EXPECT_FALSE(panel.frame.isClipboardSet);
     EXPECT_EQ(panel.manager.changeCount(), 0);
+}
+
+TEST_F(UiClipboardTest, DisabledItemIsCopiedByShortcut) {
+    panel.show([this] {
+        ImGui::BeginDisabled();
+        panel.ui.inputFloat("size");
+        panel.mark("size");
+        ImGui::EndDisabled();
+    });
+    shortcut("size", ImGuiKey_C);
+    EXPECT_EQ(panel.frame.clipboard, "2.5");
 }
 
 TEST_F(UiClipboardTest, OtherSizeIsRefused) {

@@ -210,6 +210,17 @@ TEST_F(UiEditorsTest, EnumOfAListTakesTheSame) {
     EXPECT_TRUE(isMenuOpen());
 }
 
+TEST_F(UiEditorsTest, EnumShowsSevenNamesAtATime) {
+    const char* const names[]{"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"};
+    show(R"("a")", [&] { return panel.ui.inputEnum("v", names); });
+    panel.input.click(panel.box().center());
+    panel.input.idle(2);
+    const ImGuiStyle& style = ImGui::GetStyle();
+    const float rows = 7.0f * (ImGui::GetFontSize() + style.ItemSpacing.y) - style.ItemSpacing.y;
+    EXPECT_FLOAT_EQ(
+        ImGui::FindWindowByName("##Combo_00")->Size.y, rows + 2.0f * style.WindowPadding.y);
+}
+
 TEST_F(UiEditorsTest, EnumOutsideOfItsNamesIsEmpty) {
     for(const char* const json: {R"("area")", "null"}) {
         show(json, [this] { return panel.ui.inputEnum("v", {"a", "b"}); });
@@ -238,6 +249,44 @@ TEST_F(UiEditorsTest, TypingIsOneStepToUndo) {
     EXPECT_EQ(panel.manager.changeCount(), 3);
     panel.manager.undoLast();
     EXPECT_EQ(value(), R"("ab")");
+}
+
+TEST_F(UiEditorsTest, TabGoesToTheNextText) {
+    show(R"("")", [this] {
+        const bool isFirstChanged = panel.ui.inputText("v");
+        panel.mark("first");
+        return panel.ui.inputText("w") || isFirstChanged;
+    });
+    panel.input.click(panel.box("first").center());
+    panel.input.text("a");
+    panel.input.type(ImGuiKey_Tab);
+    panel.input.idle(2);
+    panel.input.text("b");
+    EXPECT_EQ(panel.document(), R"({"other":0,"v":"a","w":"b"})");
+    EXPECT_EQ(panel.manager.changeCount(), 2);
+}
+
+TEST_F(UiEditorsTest, WithoutLabelTheWidgetStartsTheRow) {
+    const std::function<bool()> draws[]{[this] { return panel.ui.inputText("v"); },
+        [this] { return panel.ui.inputTextMultiline("v"); },
+        [this] {
+            return panel.ui.inputEnum("v", {"a", "b"});
+        },
+        [this] { return panel.ui.checkboxBit("v", 3, nullptr); },
+        [this] { return panel.ui.checkboxBits("v", 3, {}); }};
+    for(const auto& draw: draws) {
+        const bool isText = &draw < draws + 3;
+        show(isText ? R"("a")" : "0", draw);
+        EXPECT_TRUE(isShown("v")) << &draw - draws;
+        show(isText ? R"("a")" : "0", [&] {
+            panel.ui.pushFlags(Ui::Flag::NoLabel);
+            const bool result = draw();
+            panel.ui.popFlags();
+            return result;
+        });
+        EXPECT_FALSE(isShown("v")) << &draw - draws;
+        EXPECT_FLOAT_EQ(panel.box().min.x, ImGui::GetStyle().WindowPadding.x) << &draw - draws;
+    }
 }
 
 TEST_F(UiEditorsTest, NullIsTypedInto) {
@@ -350,6 +399,30 @@ TEST_F(UiRenameableTest, EnterWritesTheNewName) {
     EXPECT_TRUE(isShown("Bulb"));
 }
 
+/* Without the padding and the border that a field has */
+TEST_F(UiRenameableTest, TextStaysWhereItIs) {
+    const auto position = [] {
+        for(const DrawnText& text: drawnTexts("Panel"))
+            if(text.text == "Lamp")
+                return text.position;
+        return ImVec2{};
+    };
+    const ImVec2 before = position();
+    const float height = panel.box("name").max.y - panel.box("name").min.y;
+    beginRenaming();
+    EXPECT_FLOAT_EQ(position().x, before.x);
+    EXPECT_FLOAT_EQ(position().y, before.y);
+    EXPECT_FLOAT_EQ(panel.box("name").max.y - panel.box("name").min.y, height);
+}
+
+TEST_F(UiRenameableTest, LongNameGrowsTheBuffer) {
+    beginRenaming();
+    const std::string name(1000, 'x');
+    panel.input.text(name.c_str());
+    panel.input.type(ImGuiKey_Enter);
+    EXPECT_EQ(value(), '"' + name + '"');
+}
+
 TEST_F(UiRenameableTest, EscapeKeepsTheName) {
     beginRenaming();
     panel.input.text("Bulb");
@@ -436,6 +509,31 @@ TEST_F(UiStringListTest, ClickSelects) {
     EXPECT_EQ(changed, 1);
     EXPECT_EQ(panel.manager.changeCount(), 0);
     EXPECT_EQ(value(), R"(["one","two","three"])");
+}
+
+/* Used to select the first of them only */
+TEST_F(UiStringListTest, EqualStringsAreItemsOfTheirOwn) {
+    for(const char* const json: {R"(["one","one","two","one"])", R"(["","","two",""])"}) {
+        showList(json);
+        const float row = ImGui::GetTextLineHeightWithSpacing();
+        for(const int i: {3, 1, 0, 2}) {
+            const ImVec2 corner = panel.box().min;
+            panel.input.click({corner.x + 20.0f, corner.y + row * (float(i) + 0.3f)});
+            EXPECT_EQ(selected, i) << json;
+        }
+    }
+}
+
+TEST_F(UiStringListTest, SelectedElementIsMarked) {
+    showList(R"(["one","two"])");
+    const auto marked = [] {
+        return Testing::drawnRectangles(ImGui::GetColorU32(ImGuiCol_Header), "v").size();
+    };
+    for(const int i: {-1, 0, 1, 2}) {
+        selected = i;
+        panel.input.idle();
+        EXPECT_EQ(marked(), i == 0 || i == 1 ? 1u : 0u) << i;
+    }
 }
 
 TEST_F(UiStringListTest, IsAHundredPixelsHighAndAsWideAsTheWindow) {

@@ -273,6 +273,39 @@ TEST_F(UiResourcesTest, SelectorHasAMenu) {
     EXPECT_EQ(panel.frame.clipboard, R"("m2")");
 }
 
+/* The button is the last thing that a selector of objects draws */
+TEST_F(UiResourcesTest, MenuOfAnObjectIsAtItsButton) {
+    showObject(R"("o1")");
+    panel.input.moveTo(panel.box().center());
+    panel.input.type(ImGuiKey_C, ImGuiKeyModFlags_Super);
+    EXPECT_EQ(panel.frame.clipboard, R"("o1")");
+    panel.frame.clipboard.clear();
+    panel.input.moveTo({panel.size.x * 0.33f + 20.0f, panel.box().center().y});
+    panel.input.type(ImGuiKey_C, ImGuiKeyModFlags_Super);
+    EXPECT_EQ(panel.frame.clipboard, "");
+}
+
+TEST_F(UiResourcesTest, WithoutLabelTheWidgetStartsTheRow) {
+    const std::function<bool()> draws[]{
+        [this] { return panel.ui.selectResource("v", "meshes", false); },
+        [this] { return panel.ui.selectResource("v", "objects", false); },
+        [this] { return panel.ui.fileSelect("v", "Title", {}); }};
+    for(const auto& draw: draws) {
+        show("null", draw);
+        EXPECT_TRUE(isShown("v")) << &draw - draws;
+        show("null", [&] {
+            panel.ui.pushFlags(Ui::Flag::NoLabel);
+            const bool result = draw();
+            panel.ui.popFlags();
+            return result;
+        });
+        EXPECT_FALSE(isShown("v")) << &draw - draws;
+        const auto frames = Testing::drawnRectangles(ImGui::GetColorU32(ImGuiCol_FrameBg), "Panel");
+        ASSERT_FALSE(frames.empty()) << &draw - draws;
+        EXPECT_FLOAT_EQ(frames[0].min.x, ImGui::GetStyle().WindowPadding.x) << &draw - draws;
+    }
+}
+
 TEST_F(UiResourcesTest, KeysWithSlashesAreFound) {
     panel.setDocument(R"({"meshes":{"a/b~c":{"name":"Odd"}},"v":"a/b~c"})");
     panel.show([this] {
@@ -566,6 +599,22 @@ TEST_F(UiFileSelectTest, IdleFramesDontGrowTheBuffer) {
     EXPECT_EQ(panel.ui.textBuffer.data(), data);
     EXPECT_GT(
         Containers::arrayCapacity<Containers::ArrayMallocAllocator>(panel.ui.textBuffer), size);
+}
+
+TEST_F(UiFileSelectTest, ButtonHasRoomInTheRow) {
+    show(R"("file")", [&] {
+        ImGui::PushItemWidth(200.0f);
+        const bool result = panel.ui.fileSelect("v", "Title", {});
+        ImGui::PopItemWidth();
+        return result;
+    });
+    const auto frames = Testing::drawnRectangles(ImGui::GetColorU32(ImGuiCol_FrameBg), "Panel");
+    ASSERT_EQ(frames.size(), 1u);
+    const ImGuiStyle& style = ImGui::GetStyle();
+    const float labelHeight = ImGui::GetFontSize() + 2.0f * style.FramePadding.y;
+    EXPECT_NEAR(
+        frames[0].max.x - frames[0].min.x, 200.0f - labelHeight - style.ItemSpacing.x - 1.0f, 0.5f);
+    EXPECT_NEAR(panel.box().min.x, frames[0].max.x + style.ItemSpacing.x, 0.5f);
 }
 
 TEST_F(UiFileSelectTest, HasAPathButNoMenu) {

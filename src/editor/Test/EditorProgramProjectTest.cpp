@@ -39,8 +39,25 @@ public:
         return add("up left");
     }
 
+    /* Slow enough that what's dragged is seen by what it's dropped on */
+    Replay& dragTo(const int x, const int y, const int toX, const int toY) {
+        move(x, y).add("down left").move((x + toX) / 2, (y + toY) / 2).move(toX, toY);
+        _frame += 3;
+        return add("up left");
+    }
+
+    Replay& wheel(const int notches) {
+        add("wheel " + std::to_string(notches));
+        _frame += 10;
+        return *this;
+    }
+
     Replay& key(const std::string& name) {
         return add("key " + name + " down").add("key " + name + " up");
+    }
+
+    Replay& super(const std::string& name) {
+        return add("key super down").key(name).add("key super up");
     }
 
     Replay& ctrl(const std::string& name) {
@@ -68,9 +85,16 @@ private:
 
 /* The lighthouse of the sample in a window of 1280x720 */
 struct EditorProgramProjectTest: ::testing::Test {
-    static constexpr int LighthouseX = 60, LighthouseY = 60, NameX = 985, NameY = 45;
+    static constexpr int LighthouseX = 60, LighthouseY = 60, NameX = 985, NameY = 45, IdY = 73;
     static constexpr int ActiveX = 837, ActiveY = 126, FieldX = 1010;
     static constexpr int TranslationY = 179, RotationY = 207, ScaleY = 235;
+    static constexpr int ComboX = 1100, MeshY = 291, MaterialY = 319, FirstMaterialY = 367;
+    static constexpr int MeshesX = 100, MeshesY = 245, FirstMeshY = 269;
+    /* Below the hint that is shown meanwhile */
+    static constexpr int PickX = 1248, TargetY = 514, KeeperY = 161;
+    static constexpr int TagsY = 544, AddTagX = 1226, RemoveTagX = 1250;
+    static constexpr int FirstTagX = 850, FirstTagY = 568, NotesY = 676;
+    static constexpr int LampY = 81, LightTypeY = 486, PointLightY = 534, IntensityY = 649;
     static constexpr int LayerX = 1124, LayerY = 399, ColorX = 1005, ColorY = 347;
 
     EditorRun run(const Replay& replay, std::vector<std::string> more = {}) {
@@ -88,6 +112,38 @@ struct EditorProgramProjectTest: ::testing::Test {
         out.drag(ColorX, ColorY, -50).click(LayerX, LayerY);
         /* Away from all fields, so that none is hovered or active */
         return out.move(400, 600);
+    }
+
+    /* By the lists, a drop, a pick, the clipboard, tags and notes */
+    Replay otherEdits() {
+        Replay out;
+        out.click(LighthouseX, LighthouseY);
+        out.click(ComboX, MaterialY).click(ComboX, FirstMaterialY);
+        out.click(MeshesX, MeshesY).dragTo(MeshesX, FirstMeshY, ComboX, MeshY);
+        out.click(PickX, TargetY).click(LighthouseX, KeeperY);
+        out.move(FieldX, TranslationY).super("c").move(FieldX, ScaleY).super("v");
+        out.click(FieldX, TagsY).text("tall").click(AddTagX, TagsY);
+        out.click(FirstTagX, FirstTagY).click(RemoveTagX, TagsY);
+        out.click(ComboX, NotesY).key("home").text("Note: ");
+        /* Or the keys would be the field's */
+        return out.click(NameX, IdY).move(400, 600);
+    }
+
+    /* Of the lamp: what it has and the lighthouse hasn't */
+    Replay lampEdits() {
+        Replay out;
+        out.click(LighthouseX, LampY).click(ComboX, LightTypeY).click(ComboX, PointLightY);
+        out.move(ComboX, MeshY).wheel(-30).drag(ComboX, IntensityY, 30);
+        return out.move(400, 600);
+    }
+
+    /* All changes of a run are taken back, after a save in between that shows that there are some */
+    void expectUndoneByteByByte(Replay replay, const int steps) {
+        replay.ctrl("s");
+        for(int i = 0; i != steps; ++i)
+            replay.ctrl("z");
+        EXPECT_EQ(run(replay.ctrl("s")).status, 0);
+        EXPECT_EQ(saved(), original);
     }
 
     /* A member of the lighthouse, as JSON */
@@ -132,17 +188,33 @@ TEST_F(EditorProgramProjectTest, EditsAreSaved) {
         EXPECT_NE(value(member), valueIn(QUILLMERE_SAMPLE_PROJECT, member)) << member;
 }
 
+TEST_F(EditorProgramProjectTest, EditsOfReferencesTagsAndNotesAreSaved) {
+    EXPECT_EQ(run(otherEdits().ctrl("s")).status, 0);
+    EXPECT_EQ(value("material"), "\"rock\"");
+    EXPECT_EQ(value("mesh"), "\"island\"");
+    EXPECT_EQ(value("target"), "\"6\"");
+    EXPECT_EQ(value("scale"), "[1.5,2.75,-0.5]");
+    EXPECT_EQ(value("tags"), R"(["landmark","tall"])");
+    EXPECT_EQ(value("notes"), R"("Note: The stairs inside are a mesh of their own.")");
+}
+
+TEST_F(EditorProgramProjectTest, EditsOfALightAreSaved) {
+    EXPECT_EQ(run(lampEdits().ctrl("s")).status, 0);
+    ProjectFile loaded;
+    ASSERT_TRUE(loaded.load(project));
+    EXPECT_STREQ(loaded.getValue("/objects/3/lightType", false)->GetString(), "point");
+    EXPECT_NE(loaded.getValue("/objects/3/intensity", false)->GetDouble(), 850.0);
+}
+
 TEST_F(EditorProgramProjectTest, NothingIsSavedUnasked) {
     EXPECT_EQ(run(edits()).status, 0);
     EXPECT_EQ(saved(), original);
 }
 
 TEST_F(EditorProgramProjectTest, UndoingEverythingGivesTheSameBytes) {
-    Replay replay = edits().ctrl("s");
-    for(int i = 0; i != 10; ++i)
-        replay.ctrl("z");
-    EXPECT_EQ(run(replay.ctrl("s")).status, 0);
-    EXPECT_EQ(saved(), original);
+    expectUndoneByteByByte(edits(), 10);
+    expectUndoneByteByByte(otherEdits(), 15);
+    expectUndoneByteByByte(lampEdits(), 10);
 }
 
 TEST_F(EditorProgramProjectTest, RedoByBothKeysGivesTheEditsAgain) {

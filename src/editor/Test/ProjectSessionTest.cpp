@@ -201,6 +201,28 @@ TEST_F(ProjectSessionTest, GroupIsUndoneToTheSavedState) {
     EXPECT_FALSE(session.hasUnsavedChanges());
 }
 
+TEST_F(ProjectSessionTest, NothingIsUndoneWhileTheHistoryIsReserved) {
+    set("/a", 2);
+    set("/b", 1);
+    session.undo();
+    const auto expectNoSteps = [this] {
+        session.undo();
+        EXPECT_EQ(changes.appliedCount(), 1);
+        session.redo();
+        EXPECT_EQ(changes.appliedCount(), 1);
+    };
+    changes.setLocked(true);
+    expectNoSteps();
+    changes.setLocked(false);
+    changes.beginGroup();
+    expectNoSteps();
+    changes.commit();
+    session.redo();
+    EXPECT_EQ(changes.appliedCount(), 2);
+    session.undo();
+    EXPECT_EQ(changes.appliedCount(), 1);
+}
+
 TEST_F(ProjectSessionTest, RestartTakesTheDocumentAsSavedAndHearsOfChangesAgain) {
     set("/a", 2);
     save();

@@ -1,7 +1,7 @@
 #include "plugins/inspector/InspectorView.h"
 
 #include <algorithm>
-#include <array>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -32,6 +32,12 @@ constexpr const char* TextureFilters[]{
     "Images", "*.png *.jpg *.jpeg *.tga *.ktx2", "All files", "*"};
 
 constexpr int LayerCount = 8;
+
+/* Between buttons that belong together, in pixels */
+constexpr float ButtonGap = 1.0f;
+
+/* Of what a panel's base class keeps over a reload: three pointers */
+constexpr std::size_t HostStateSize = 3 * sizeof(void*);
 
 /* More rows than a panel shows, but not as many as a file may hold */
 constexpr std::size_t MostMembers = 256;
@@ -65,11 +71,20 @@ private:
     Ui& _ui;
 };
 
+float buttonWidth(const char* const label) {
+    return ImGui::CalcTextSize(label).x + 2.0f * ImGui::GetStyle().FramePadding.x;
+}
+
 bool beginSection(const char* const name) {
     return ImGui::CollapsingHeader(name, ImGuiTreeNodeFlags_DefaultOpen);
 }
 
 }
+
+struct InspectorView::State {
+    char newTag[TagCapacity];
+    int selectedTag;
+};
 
 InspectorView::InspectorView(
     PluginManager::AbstractManager& manager, const Containers::StringView plugin):
@@ -78,6 +93,31 @@ InspectorView::InspectorView(
 InspectorView::~InspectorView() = default;
 
 const char* InspectorView::title() const { return "Inspector"; }
+
+void InspectorView::load(const Containers::ArrayView<char> state) {
+    EditorView::load(state);
+    /* Another build of the panel may have kept something else */
+    if(state.size() != HostStateSize + sizeof(State))
+        return;
+    State own;
+    std::memcpy(&own, state.data() + HostStateSize, sizeof(own));
+    std::memcpy(_newTag, own.newTag, sizeof(_newTag));
+    _selectedTag = own.selectedTag;
+    _shownObject = _editorData->selectedObject;
+}
+
+Containers::Array<char> InspectorView::unload(const bool shutdown) {
+    const Containers::Array<char> host = EditorView::unload(shutdown);
+    if(shutdown)
+        return {};
+    State own{};
+    std::memcpy(own.newTag, _newTag, sizeof(_newTag));
+    own.selectedTag = _selectedTag;
+    Containers::Array<char> out{NoInit, host.size() + sizeof(own)};
+    std::memcpy(out.data(), host.data(), host.size());
+    std::memcpy(out.data() + host.size(), &own, sizeof(own));
+    return out;
+}
 
 void InspectorView::draw() {
     _isPickDrawn = false;
@@ -138,7 +178,7 @@ void InspectorView::drawObject() {
 
 void InspectorView::drawIdentity(const std::string& key) {
     Ui::label("name");
-    ui().renameable("name");
+    drawName();
     Ui::label("id");
     ImGui::TextUnformatted(key.c_str());
     if(has("type")) {
@@ -146,6 +186,24 @@ void InspectorView::drawIdentity(const std::string& key) {
         ui().text("type");
     }
     ui().checkbox("active");
+}
+
+/* A name that is empty is no place for a double click */
+void InspectorView::drawName() {
+    const rapidjson::Value* const name = member("name");
+    const bool isEmpty = !name || !name->IsString() || !*name->GetString();
+    const ImGuiID id = renamingId();
+    if(!isEmpty || ui().renamingId == id)
+        return ui().renameable("name");
+    ImGui::TextDisabled("unnamed");
+    if(ImGui::IsItemHovered() && ImGui::IsMouseDoubleClicked(ImGuiMouseButton_Left))
+        ui().renamingId = id;
+}
+
+/* By which the widget knows that it's the one to be edited, see Ui::renamingId */
+unsigned int InspectorView::renamingId() {
+    const Scope scope{ui(), "name"};
+    return ImGui::GetID("name");
 }
 
 void InspectorView::drawTransform() {
@@ -159,7 +217,7 @@ void InspectorView::drawAppearance() {
     ui().selectResource("material", "materials", false);
     drawColor();
     if(has("texture"))
-        ui().fileSelect("texture", "Choose a texture", TextureFilters);
+        drawTexture();
     ui().checkboxBits("layers", LayerCount, nullptr);
     if(has("shadows")) {
         ui().checkboxBit("shadows", 0, "casts");
@@ -167,6 +225,15 @@ void InspectorView::drawAppearance() {
         const WithoutLabels withoutLabels{ui()};
         ui().checkboxBit("shadows", 1, "receives");
     }
+}
+
+/* The field leaves room for a button that is as wide as it's high, and this one is wider */
+/* The field leaves room for a button that is as wide as it's high, and this one is wider */
+void InspectorView::drawTexture() {
+    const float missing = std::max(buttonWidth("...") - ImGui::GetFrameHeight(), 0.0f);
+    ImGui::PushItemWidth(ImGui::CalcItemWidth() - missing);
+    const Containers::ScopeGuard popWidth{ImGui::PopItemWidth};
+    ui().fileSelect("texture", "Choose a texture", TextureFilters);
 }
 
 void InspectorView::drawColor() {
@@ -204,16 +271,24 @@ void InspectorView::drawTarget() {
 }
 
 void InspectorView::drawTags() {
+    drawTagEditing();
+    ui().stringList("tags", _selectedTag);
+}
+
+void InspectorView::drawTagEditing() {
+    /* As everything else that would write */
+    ImGui::BeginDisabled(_application->changeManager->isLocked());
+    const Containers::ScopeGuard endDisabled{ImGui::EndDisabled};
     Ui::label("tags");
-    ImGui::SetNextItemWidth(-ImGui::GetFontSize() * 5.0f);
+    ImGui::SetNextItemWidth(ImGui::CalcItemWidth() - ImGui::GetStyle().ItemSpacing.x -
+        buttonWidth("+") - ButtonGap - buttonWidth("-"));
     ImGui::InputTextWithHint("##newTag", "new tag", _newTag, sizeof(_newTag));
     ImGui::SameLine();
     if(ui().buttonGrouped("+", "addTag", Ui::ButtonFlag::RoundLeft))
         addTag();
-    ImGui::SameLine(0.0f, 1.0f);
+    ImGui::SameLine(0.0f, ButtonGap);
     if(ui().buttonGrouped("-", "removeTag", Ui::ButtonFlag::RoundRight))
         removeTag();
-    ui().stringList("tags", _selectedTag);
 }
 
 void InspectorView::addTag() {
@@ -300,9 +375,9 @@ void InspectorView::drawValue(const char* const label, const ObjectMember& membe
 
 void InspectorView::drawNode(const ObjectMember& member) {
     const Scope scope{ui(), escapedKey(member.key)};
-    const char* const unit = member.shape == ValueShape::Object ? "members" : "elements";
-    if(!ImGui::TreeNodeEx("##members", ImGuiTreeNodeFlags_SpanAvailWidth, "%s (%zu %s)",
-           member.key.c_str(), member.size, unit))
+    const char* const unit = member.shape == ValueShape::Object ? "member" : "element";
+    if(!ImGui::TreeNodeEx("##members", ImGuiTreeNodeFlags_SpanAvailWidth, "%s (%zu %s%s)",
+           member.key.c_str(), member.size, unit, member.size == 1 ? "" : "s"))
         return;
     const Containers::ScopeGuard pop{ImGui::TreePop};
     const rapidjson::Value* const value = _application->project->getValue(ui().scope.data(), true);

@@ -1,8 +1,10 @@
 #ifndef Quillmere_plugins_inspector_InspectorView_h
 #define Quillmere_plugins_inspector_InspectorView_h
 
+#include <cstddef>
 #include <string>
 
+#include <Corrade/Containers/Array.h>
 #include <rapidjson/fwd.h>
 
 #include "QuillmereEditor/EditorView.h"
@@ -29,21 +31,40 @@ public:
     /** @brief "Inspector" */
     const char* title() const override;
 
+    /** @brief Go on where the former instance was, see @ref unload() */
+    void load(Corrade::Containers::ArrayView<char> state) override;
+
+    using EditorView::load;
+
+    /** @brief The host's pointers, and behind them the text of a tag that isn't added yet and which
+        tag is selected */
+    Corrade::Containers::Array<char> unload(bool shutdown) override;
+
     /** @brief Draw the panel's window. Expects that the panel is initialized and that the application
         has a project, its history and property widgets. */
     void draw() override;
 
 private:
+    /* Bytes of a tag with its NUL */
+    static constexpr std::size_t TagCapacity = 64;
+
+    /* What a reload keeps, behind what the base class keeps */
+    struct State;
+
     void drawContent();
     void drawObject();
     void drawIdentity(const std::string& key);
+    void drawName();
+    unsigned int renamingId();
     void drawTransform();
     void drawAppearance();
+    void drawTexture();
     void drawColor();
     void drawLight();
     void drawRelations();
     void drawTarget();
     void drawTags();
+    void drawTagEditing();
     void addTag();
     void removeTag();
     void drawUnknownMembers();
@@ -59,7 +80,7 @@ private:
     ObjectResourceManager _objects;
     /* Which object was drawn last, as what follows belongs to it */
     std::string _shownObject;
-    char _newTag[64]{};
+    char _newTag[TagCapacity]{};
     int _selectedTag = -1;
     /* The panel's selector that waits for an object to be picked, 0 if none does */
     unsigned int _pickingId = 0;

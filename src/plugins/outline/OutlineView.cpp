@@ -7,6 +7,7 @@
 #include <imgui.h>
 #include <rapidjson/document.h>
 
+#include "QuillmereEditor/ChangeManager.h"
 #include "QuillmereEditor/Ui.h"
 #include "host/EditorData.h"
 #include "host/ProjectFile.h"
@@ -69,8 +70,9 @@ template<class F> void drawRows(const rapidjson::Value& resources, F&& drawRow) 
     while(clipper.Step())
         for(int i = clipper.DisplayStart; i < clipper.DisplayEnd; ++i) {
             const auto resource = resources.MemberBegin() + i;
-            ImGui::PushID(i);
-            drawRow(resource->name.GetString(), ValueAccess{resource->value});
+            const char* const key = resource->name.GetString();
+            ImGui::PushID(key, key + resource->name.GetStringLength());
+            drawRow(key, ValueAccess{resource->value});
             ImGui::PopID();
         }
 }
@@ -87,16 +89,18 @@ bool drawRow(const bool isSelected) {
     return out;
 }
 
-void drawResources(const std::string& type, const rapidjson::Value& resources) {
+void drawResources(
+    const std::string& type, const rapidjson::Value& resources, const bool canBeDragged) {
     if(!ImGui::CollapsingHeader((type + "###" + type).c_str()))
         return;
     ImGui::PushID(type.c_str());
     const Containers::ScopeGuard popId{ImGui::PopID};
-    drawRows(resources, [&type](const char* const key, const ValueAccess& resource) {
+    drawRows(resources, [&](const char* const key, const ValueAccess& resource) {
         ImGui::Selectable("##resource");
         const char* const name = nameOf(key, resource);
         drawName(name, resource["deleted"].asBool());
-        dragSource(type.c_str(), key, name);
+        if(canBeDragged)
+            dragSource(type.c_str(), key, name);
     });
 }
 
@@ -111,9 +115,10 @@ OutlineView::~OutlineView() = default;
 const char* OutlineView::title() const { return "Outline"; }
 
 void OutlineView::draw() {
-    if(ImGui::Begin(title()))
+    const bool isShown = ImGui::Begin(title());
+    const Containers::ScopeGuard end{ImGui::End};
+    if(isShown)
         drawContent();
-    ImGui::End();
 }
 
 void OutlineView::drawContent() {
@@ -124,7 +129,7 @@ void OutlineView::drawContent() {
         drawPickHint();
     drawObjects(resourcesOf(*project.document, ObjectType));
     for(const std::string& type: resourceTypes(*project.document))
-        drawResources(type, *resourcesOf(*project.document, type.c_str()));
+        drawResources(type, *resourcesOf(*project.document, type.c_str()), canBeWritten());
 }
 
 void OutlineView::drawPickHint() {
@@ -153,7 +158,8 @@ void OutlineView::drawObject(const char* const key, const ValueAccess& object) {
     drawName(name, isDeleted);
     if(isDeleted && ImGui::IsItemHovered())
         ImGui::SetTooltip("Deleted");
-    dragSource(ObjectType, key, name);
+    if(canBeWritten())
+        dragSource(ObjectType, key, name);
 }
 
 void OutlineView::clicked(const char* const key) {
@@ -161,9 +167,13 @@ void OutlineView::clicked(const char* const key) {
         _editorData->selectedObject = key;
         return;
     }
+    if(!canBeWritten())
+        return;
     /* The host's copy, as the selector may ask for it after the document or this panel has changed */
     _editorData->pickedObject = key;
     ui().pickedObject = _editorData->pickedObject.c_str();
 }
+
+bool OutlineView::canBeWritten() const { return !_application->changeManager->isLocked(); }
 
 }

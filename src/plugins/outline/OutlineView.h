@@ -14,7 +14,8 @@ class ValueAccess;
 
 First the objects, of which a click selects one, see @ref EditorData::selectedObject, and then the
 resources of each other type. All can be dragged onto the selectors of their type. While a selector
-waits for an object to be picked, a click picks it and leaves the selection as it is.
+waits for an object to be picked, a click picks it and leaves the selection as it is. While the
+history is locked nothing can be dragged or picked, as it couldn't be written.
 
 Work per frame follows the rows that are seen.
 */
@@ -38,6 +39,7 @@ private:
     void drawObjects(const rapidjson::Value* objects);
     void drawObject(const char* key, const ValueAccess& object);
     void clicked(const char* key);
+    bool canBeWritten() const;
 };
 
 }

@@ -1,5 +1,8 @@
 #include "plugins/inspector/InspectorView.h"
 
+#include <algorithm>
+#include <cmath>
+#include <functional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -10,6 +13,7 @@
 #include <imgui_internal.h>
 
 #include "QuillmereEditor/Change.h"
+#include "QuillmereEditor/Tools/System.h"
 #include "testing/HeadlessFrameDrawing.h"
 #include "testing/InputDriver.h"
 #include "testing/ProjectHost.h"
@@ -24,18 +28,21 @@ constexpr const char* Project = R"({
             "name": "Lamp", "type": "fixture", "active": true, "translation": [1.0, 2.0, 3.0],
             "rotation": [0.0, 0.0, 0.0], "scale": [1.0, 1.0, 1.0], "layers": 5, "color": [1, 0.5, 0.25],
             "lightType": "spot", "mesh": "box", "material": "brass", "target": "2",
-            "texture": "lamp.png", "shadows": 1, "tags": ["night", "harbour"], "notes": "a\nb"
+            "texture": "lamp.png", "animation": "", "shadows": 1, "tags": ["night", "harbour"], "notes": "a\nb"
         },
         "2": {"name": "Boat"},
+        "3": {"name": ""},
+        "4": {},
         "a/b~c": {"name": "Odd", "x/y~z": true, "": 7}
     },
-    "meshes": {"box": {"name": "Box"}},
+    "meshes": {"box": {"name": "Box"}, "ball": {"name": "Ball"}},
+    "animations": {"turning": {"name": "Turning"}},
     "materials": {"brass": {"name": "Brass"}}
 })";
 
 struct Inspector {
     explicit Inspector(const std::string& json, const std::string& selected):
-        host{json, {600.0f, 2000.0f}} {
+        host{json, {1000.0f, 2000.0f}} {
         host.init(view);
         select(selected);
     }
@@ -43,8 +50,10 @@ struct Inspector {
 
     void draw() {
         ImGui::SetNextWindowPos({0.0f, 0.0f});
-        ImGui::SetNextWindowSize({500.0f, 1900.0f});
+        ImGui::SetNextWindowSize({width, 1900.0f});
         view.draw();
+        if(drawMore)
+            drawMore();
     }
 
     void select(const std::string& object) {
@@ -63,6 +72,23 @@ struct Inspector {
 
     bool shows(const std::string& text) { return bool(Testing::placeOfText(text)); }
 
+    /* Clicks a field's item that opens a list, and one of the list */
+    void choose(const std::string& label, const std::string& item) {
+        input.click(valueAt(label));
+        const std::optional<ImVec2> place = Testing::placeOfText(item, "##Combo_00");
+        ASSERT_TRUE(place) << item;
+        input.click({place->x + 3.0f, place->y + 3.0f});
+    }
+
+    void expectChange(const char* const path, const std::string& value) {
+        ASSERT_NE(host.changes().changeCount(), 0) << path;
+        EXPECT_STREQ(host.changes().lastChange().path.data(), path);
+        EXPECT_EQ(host.value(path), value);
+    }
+
+    float width = 500.0f;
+    /* Beside the panel */
+    std::function<void()> drawMore;
     Testing::ProjectHost host;
     InspectorView view{host.modules, "InspectorView"};
     Testing::InputDriver input{host.frame, [this] { draw(); }};
@@ -116,6 +142,36 @@ TEST_F(InspectorViewTest, NameIsRenamed) {
     EXPECT_EQ(host.value("/objects/1/name"), "\"Lamp\"");
 }
 
+TEST_F(InspectorViewTest, ObjectWithoutANameIsNamed) {
+    for(const char* const object: {"3", "4"}) {
+        select(object);
+        /* Or it would be the third and fourth click */
+        input.idle(30);
+        input.doubleClick(at("unnamed"));
+        input.idle(3);
+        EXPECT_FALSE(shows("unnamed"));
+        input.text("Buoy");
+        input.type(ImGuiKey_Enter);
+        EXPECT_EQ(host.value((std::string{"/objects/"} + object + "/name").c_str()), "\"Buoy\"");
+        EXPECT_EQ(host.ui().renamingId, 0);
+        input.idle(2);
+        EXPECT_TRUE(shows("Buoy"));
+    }
+    EXPECT_EQ(host.changes().changeCount(), 2);
+}
+
+/* Down to where nothing is left for the values */
+TEST_F(InspectorViewTest, NarrowPanelIsDrawn) {
+    for(const float size: {20.0f, 60.0f, 150.0f}) {
+        width = size;
+        input.idle(2);
+        input.click({15.0f, 60.0f});
+        EXPECT_TRUE(host.ui().flagStack.isEmpty());
+        EXPECT_STREQ(host.ui().scope.data(), "");
+    }
+    EXPECT_EQ(host.changes().changeCount(), 0);
+}
+
 TEST_F(InspectorViewTest, DraggedTranslationIsOneStep) {
     const std::string before = host.document();
     const ImVec2 field = valueAt("translation");
@@ -136,6 +192,112 @@ TEST_F(InspectorViewTest, LightTypeIsChosenFromItsNames) {
     input.click(at("spot"));
     input.click(at("directional"));
     EXPECT_EQ(host.value("/objects/1/lightType"), "\"directional\"");
+}
+
+TEST_F(InspectorViewTest, MeshAndMaterialAreChosenFromTheirLists) {
+    choose("mesh", "Ball");
+    expectChange("/objects/1/mesh", "\"ball\"");
+    choose("material", "-none-");
+    expectChange("/objects/1/material", "null");
+    EXPECT_EQ(host.changes().changeCount(), 2);
+}
+
+TEST_F(InspectorViewTest, TargetIsChosenAndAnAnimationByItsName) {
+    choose("target", "Odd");
+    expectChange("/objects/1/target", "\"a/b~c\"");
+    choose("animation", "Turning");
+    expectChange("/objects/1/animation", "\"Turning\"");
+}
+
+TEST_F(InspectorViewTest, MeshTakesADrop) {
+    drawMore = [] {
+        ImGui::SetNextWindowPos({600.0f, 0.0f});
+        ImGui::Begin("Source");
+        ImGui::Button("Ball to drag");
+        if(ImGui::BeginDragDropSource()) {
+            ImGui::SetDragDropPayload("meshes", "ball", 5);
+            ImGui::EndDragDropSource();
+        }
+        ImGui::End();
+    };
+    input.idle(2);
+    input.moveTo(at("Balltodrag"));
+    input.press();
+    input.moveTo(valueAt("mesh"));
+    /* The panel is drawn before what is dragged */
+    input.idle(2);
+    input.release();
+    expectChange("/objects/1/mesh", "\"ball\"");
+}
+
+TEST_F(InspectorViewTest, TextureIsChosenWithTheDialog) {
+    setDialogAnswer(
+        [](const DialogRequest& request, void*) {
+            EXPECT_EQ(request.type, DialogType::OpenFiles);
+            EXPECT_EQ(request.title, "Choose a texture");
+            EXPECT_EQ(request.defaultPath, "lamp.png");
+            return Containers::Array<std::string>{Corrade::DirectInit, 1, "other.png"};
+        },
+        nullptr);
+    const ImVec2 button = at("...");
+    input.click({button.x, button.y});
+    setDialogAnswer(nullptr, nullptr);
+    expectChange("/objects/1/texture", "\"other.png\"");
+}
+
+/* The texture's button used to be cut, and the tags' ones ended somewhere */
+TEST_F(InspectorViewTest, ButtonsBesideTheFieldsEndWithThem) {
+    for(const float size: {300.0f, 500.0f, 900.0f}) {
+        width = size;
+        input.idle(2);
+        float fieldsEnd = 0.0f;
+        for(const Testing::DrawnQuad& quad:
+            Testing::drawnRectangles(ImGui::GetColorU32(ImGuiCol_FrameBg), "Inspector"))
+            fieldsEnd = std::max(fieldsEnd, quad.max.x);
+        EXPECT_LT(fieldsEnd, size - ImGui::GetStyle().WindowPadding.x);
+        for(const char* const button: {"...", "-"})
+            EXPECT_NEAR(at(button).x - 3.0f + ImGui::CalcTextSize(button).x +
+                    ImGui::GetStyle().FramePadding.x,
+                fieldsEnd, 1.0f)
+                << button << " " << size;
+    }
+}
+
+TEST_F(InspectorViewTest, LayerIsToggled) {
+    const ImVec2 label = at("layers");
+    for(const Testing::DrawnText& text: Testing::drawnTexts("Inspector"))
+        if(text.text == "1" && std::abs(text.position.y - label.y) < 10.0f)
+            input.click({text.position.x + 2.0f, text.position.y + 4.0f});
+    expectChange("/objects/1/layers", "7");
+}
+
+TEST_F(InspectorViewTest, NotesAreTyped) {
+    input.click({valueAt("notes").x, at("notes").y});
+    input.type(ImGuiKey_End, ImGuiKeyModFlags_Ctrl);
+    input.text("c");
+    expectChange("/objects/1/notes", R"("a\nbc")");
+}
+
+TEST_F(InspectorViewTest, ColorIsDragged) {
+    const ImVec2 red = at("R:255");
+    input.drag(red, {red.x - 10.0f, red.y});
+    ASSERT_EQ(host.changes().changeCount(), 1);
+    EXPECT_STREQ(host.changes().lastChange().path.data(), "/objects/1/color");
+}
+
+TEST_F(InspectorViewTest, LockedHistoryKeepsTheTags) {
+    const std::string before = host.document();
+    input.click(valueAt("tags"));
+    input.text("new");
+    input.click(at("night"));
+    host.changes().setLocked(true);
+    input.click(at("+"));
+    input.click(at("-"));
+    EXPECT_EQ(host.document(), before);
+    EXPECT_EQ(host.changes().changeCount(), 0);
+    host.changes().setLocked(false);
+    input.click(at("+"));
+    EXPECT_EQ(host.value("/objects/1/tags"), R"(["night","harbour","new"])");
 }
 
 TEST_F(InspectorViewTest, BothShadowBitsAreToggled) {
@@ -221,7 +383,7 @@ TEST_F(InspectorViewTest, HandlerThatThrowsLeavesNothingOpen) {
     bool hasThrown = false;
     host.frame.io().MouseDown[0] = false;
     host.frame.run([&] {
-        ImGui::SetNextWindowPos({550.0f, 1950.0f});
+        ImGui::SetNextWindowPos({950.0f, 1950.0f});
         ImGui::Begin("Around", nullptr, ImGuiWindowFlags_NoFocusOnAppearing);
         const ImGuiStackSizes before = [] {
             ImGuiStackSizes out;
@@ -280,7 +442,7 @@ TEST(InspectorUnknownTest, MembersGetTheWidgetOfTheirShape) {
         "inventory": {"oil": 0.75}}}})",
         "1"};
     for(const char* const text: {"health", "100", "mass", "2.500", "motto", "onward", "cell", "-4",
-            "range", "2.250", "isBoss", "nothing", "null", "inventory(1members)"})
+            "range", "2.250", "isBoss", "nothing", "null", "inventory(1member)"})
         EXPECT_TRUE(inspector.shows(text)) << text;
     EXPECT_FALSE(inspector.shows("oil"));
 

@@ -156,6 +156,47 @@ TEST_F(OutlineViewTest, ObjectIsDraggedOntoASelector) {
     EXPECT_EQ(host.data.selectedObject, "");
 }
 
+/* Rows used to be told apart by their place */
+TEST_F(OutlineViewTest, DraggedObjectStaysTheSameWhenRowsMove) {
+    const auto target = Testing::placeOfText("-none-", "Selectors");
+    ASSERT_TRUE(target);
+    const ImVec2 from = at("Tower");
+    input.moveTo(from);
+    input.press();
+    input.moveTo({from.x, from.y + 10.0f});
+    host.changes().pushRemoval("/objects/1");
+    input.moveTo({target->x + 5.0f, target->y + 5.0f});
+    input.idle(2);
+    input.release();
+    EXPECT_EQ(host.value("/objects/2/target"), "\"3\"");
+}
+
+TEST_F(OutlineViewTest, NothingIsDraggedOrPickedForALockedHistory) {
+    const auto target = Testing::placeOfText("-none-", "Selectors");
+    ASSERT_TRUE(target);
+    input.click(at("meshes"));
+    const std::string before = host.document();
+    host.changes().setLocked(true);
+    input.drag(at("lamp"), {target->x + 5.0f, target->y + 5.0f});
+    input.drag(at("Ball"), at("Box", "Selectors"));
+    EXPECT_EQ(host.document(), before);
+    host.ui().pickingId = 12345;
+    input.idle();
+    input.click(at("Island"));
+    EXPECT_EQ(host.ui().pickedObject, nullptr);
+    EXPECT_EQ(host.ui().pickingId, 12345);
+    EXPECT_EQ(host.data.selectedObject, "");
+
+    /* What isn't part of the document can still be done */
+    host.ui().pickingId = 0;
+    input.idle();
+    input.click(at("Island"));
+    EXPECT_EQ(host.data.selectedObject, "1");
+    host.changes().setLocked(false);
+    input.drag(at("lamp"), {target->x + 5.0f, target->y + 5.0f});
+    EXPECT_EQ(host.value("/objects/2/target"), "\"lamp\"");
+}
+
 TEST_F(OutlineViewTest, ResourceIsDraggedOntoASelectorOfItsType) {
     EXPECT_FALSE(shows("Ball"));
     input.click(at("meshes"));
