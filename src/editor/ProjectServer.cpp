@@ -200,11 +200,11 @@ public:
     const std::string& folder() const { return _folder; }
 
 private:
-    enum class Next { Request, Close };
+    enum class Outcome { NextRequest, LastRequest, BrokenOff };
 
     void run();
     void serve(ServerConnection& connection);
-    Next serveRequest(ServerConnection& connection, bool isLast);
+    Outcome serveRequest(ServerConnection& connection, bool isLast);
     bool process_and_close_socket(socket_t socket) override;
 
     std::string _folder;
@@ -225,7 +225,7 @@ ProjectServer::HttpServer::HttpServer(std::string folder, StoreLog& log):
     });
     /* Also to what isn't there yet */
     set_default_headers({{"Cache-Control", "no-cache"}});
-    set_keep_alive_timeout(ServerConnection::IdleLimit / std::chrono::seconds{1});
+    set_keep_alive_timeout(ServerLimits{}.idle / std::chrono::seconds{1});
     set_keep_alive_max_count(MaxRequestsOfConnection);
     set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
         answer(_folder, request, response);
@@ -288,16 +288,17 @@ bool ProjectServer::HttpServer::process_and_close_socket(const socket_t socket) 
 
 void ProjectServer::HttpServer::serve(ServerConnection& connection) {
     for(int i = 1; connection.waitForRequest(); ++i) {
-        const Next next = serveRequest(connection, i == MaxRequestsOfConnection);
-        const ServedRequest request = connection.request();
+        const Outcome outcome = serveRequest(connection, i == MaxRequestsOfConnection);
+        ServedRequest request = connection.request();
+        request.isBrokenOff |= outcome == Outcome::BrokenOff;
         _log.append(requestLevel(request.status), requestMessage(request));
-        if(next == Next::Close || request.isBrokenOff)
+        if(outcome != Outcome::NextRequest || request.isBrokenOff)
             break;
     }
     connection.finish();
 }
 
-ProjectServer::HttpServer::Next ProjectServer::HttpServer::serveRequest(
+ProjectServer::HttpServer::Outcome ProjectServer::HttpServer::serveRequest(
     ServerConnection& connection, const bool isLast) {
     ConnectionStream stream{connection};
     bool isUnderstood = false, isClosing = isLast;
@@ -314,7 +315,9 @@ ProjectServer::HttpServer::Next ProjectServer::HttpServer::serveRequest(
                 isClosing = true;
             }
         });
-    return isAnswered && isUnderstood && !isClosing ? Next::Request : Next::Close;
+    if(!isAnswered)
+        return Outcome::BrokenOff;
+    return isUnderstood && !isClosing ? Outcome::NextRequest : Outcome::LastRequest;
 }
 
 ProjectServer::ProjectServer(QuillmereEditorApplication& application, const StoreLog::Echo echo):

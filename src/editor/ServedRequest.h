@@ -20,7 +20,7 @@ struct ServedRequest {
     std::uint64_t bytes = 0;
     /** From the first byte of the request to the last of the answer */
     std::chrono::microseconds duration{};
-    /** Whether the client has gone, or the server was stopped, before all was sent */
+    /** Whether not all was sent: the client has gone, the file has become shorter, the server stops */
     bool isBrokenOff = false;
 };
 

@@ -11,9 +11,11 @@
 
 namespace QuillmereEngine {
 
-ServerConnection::ServerConnection(const int socket, const int stopEvent):
+ServerConnection::ServerConnection(
+    const int socket, const int stopEvent, const ServerLimits limits):
     _socket{socket},
-    _stopEvent{stopEvent} {
+    _stopEvent{stopEvent},
+    _limits{limits} {
     /* Programs that the editor starts would otherwise hold the connection open */
     fcntl(_socket, F_SETFD, FD_CLOEXEC);
     fcntl(_socket, F_SETFL, fcntl(_socket, F_GETFL) | O_NONBLOCK);
@@ -55,7 +57,7 @@ bool ServerConnection::receive(const Clock::time_point end) {
 }
 
 bool ServerConnection::waitForRequest() {
-    if(isStopping() || (_begin == _end && !receive(Clock::now() + IdleLimit)))
+    if(isStopping() || (_begin == _end && !receive(Clock::now() + _limits.idle)))
         return false;
     _requestBegin = Clock::now();
     _requestSize = 0;
@@ -70,7 +72,7 @@ std::ptrdiff_t ServerConnection::read(char* const out, const std::size_t size) {
     const std::size_t wanted = std::min(size, MaxRequestSize - _requestSize);
     if(wanted == 0)
         return 0;
-    if(_begin == _end && !receive(_requestBegin + RequestLimit))
+    if(_begin == _end && !receive(_requestBegin + _limits.request))
         return isStopping() ? -1 : 0;
     const std::size_t count = std::min(wanted, _end - _begin);
     std::copy_n(_buffer.data() + _begin, count, out);
@@ -87,7 +89,7 @@ std::ptrdiff_t ServerConnection::read(char* const out, const std::size_t size) {
 bool ServerConnection::write(const char* const data, const std::size_t size) {
     for(std::size_t done = 0; done != size;) {
         ssize_t count = -1;
-        if(wait(POLLOUT, Clock::now() + StallLimit) == Wait::Ready) {
+        if(wait(POLLOUT, Clock::now() + _limits.stall) == Wait::Ready) {
             /* A client that has gone must not end the editor with SIGPIPE */
             count = send(_socket, data + done, size - done, MSG_NOSIGNAL);
             if(count == -1 && (errno == EINTR || errno == EAGAIN))
@@ -116,8 +118,8 @@ ServedRequest ServerConnection::request() const {
 
 void ServerConnection::finish() {
     shutdown(_socket, SHUT_WR);
-    const Clock::time_point end = Clock::now() + LingerLimit;
-    for(std::size_t size = 0; size < LingerBytes && receive(end);)
+    const Clock::time_point end = Clock::now() + _limits.linger;
+    for(std::size_t size = 0; size < MaxLingerSize && receive(end);)
         size += _end - _begin;
 }
 

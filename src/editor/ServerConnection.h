@@ -11,33 +11,38 @@
 
 namespace QuillmereEngine {
 
+/** @brief How long a client is waited for */
+struct ServerLimits {
+    /** How long it may keep the connection open without asking for anything */
+    std::chrono::milliseconds idle{1000};
+    /** From the first byte of a request to the end of its head */
+    std::chrono::milliseconds request{5000};
+    /** In which it takes nothing of an answer: one that plays a video may pause */
+    std::chrono::milliseconds stall{30000};
+    /** To see an answer that was given before its request was over */
+    std::chrono::milliseconds linger{1000};
+};
+
 /**
 @brief Connection of the server with a client, which may send anything at any speed
 
-Waits for the client, but never longer than the limits below, and not at all once the server stops.
+Waits for the client, but never longer than the limits, and not at all once the server stops.
 Used by one thread.
 */
 class ServerConnection {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /** How long a client may keep the connection open without asking for anything */
-    static constexpr std::chrono::milliseconds IdleLimit{1000};
-    /** From the first byte of a request to the end of its head */
-    static constexpr std::chrono::milliseconds RequestLimit{5000};
-    /** In which a client takes nothing of an answer: one that plays a video may pause */
-    static constexpr std::chrono::milliseconds StallLimit{30000};
-    /** Time and bytes for a client to see an answer that was given before its request was over */
-    static constexpr std::chrono::milliseconds LingerLimit{1000};
-    static constexpr std::size_t LingerBytes = 64 * 1024 * 1024;
     /** Of a request's first line and headers together, in bytes */
     static constexpr std::size_t MaxRequestSize = 64 * 1024;
+    /** That are read and thrown away while a client sends on after its answer */
+    static constexpr std::size_t MaxLingerSize = 64 * 1024 * 1024;
 
     /**
     @param socket       Owned from now on
     @param stopEvent    Readable once the server stops, and from then on
     */
-    explicit ServerConnection(int socket, int stopEvent);
+    explicit ServerConnection(int socket, int stopEvent, ServerLimits limits = {});
     ServerConnection(const ServerConnection&) = delete;
     ServerConnection& operator=(const ServerConnection&) = delete;
     ~ServerConnection();
@@ -77,6 +82,7 @@ private:
     bool receive(Clock::time_point end);
 
     int _socket, _stopEvent;
+    ServerLimits _limits;
     std::array<char, 4096> _buffer;
     std::size_t _begin = 0, _end = 0;
 
