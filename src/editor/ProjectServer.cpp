@@ -200,11 +200,11 @@ public:
     const std::string& folder() const { return _folder; }
 
 private:
-    enum class Outcome { NextRequest, LastRequest, BrokenOff };
+    enum class Next { Request, Close };
 
     void run();
     void serve(ServerConnection& connection);
-    Outcome serveRequest(ServerConnection& connection, bool isLast);
+    Next serveRequest(ServerConnection& connection, bool isLast);
     bool process_and_close_socket(socket_t socket) override;
 
     std::string _folder;
@@ -288,17 +288,16 @@ bool ProjectServer::HttpServer::process_and_close_socket(const socket_t socket) 
 
 void ProjectServer::HttpServer::serve(ServerConnection& connection) {
     for(int i = 1; connection.waitForRequest(); ++i) {
-        const Outcome outcome = serveRequest(connection, i == MaxRequestsOfConnection);
-        ServedRequest request = connection.request();
-        request.isBrokenOff |= outcome == Outcome::BrokenOff;
+        const Next next = serveRequest(connection, i == MaxRequestsOfConnection);
+        const ServedRequest request = connection.request();
         _log.append(requestLevel(request.status), requestMessage(request));
-        if(outcome != Outcome::NextRequest || request.isBrokenOff)
+        if(next == Next::Close || request.isBrokenOff)
             break;
     }
     connection.finish();
 }
 
-ProjectServer::HttpServer::Outcome ProjectServer::HttpServer::serveRequest(
+ProjectServer::HttpServer::Next ProjectServer::HttpServer::serveRequest(
     ServerConnection& connection, const bool isLast) {
     ConnectionStream stream{connection};
     bool isUnderstood = false, isClosing = isLast;
@@ -315,9 +314,7 @@ ProjectServer::HttpServer::Outcome ProjectServer::HttpServer::serveRequest(
                 isClosing = true;
             }
         });
-    if(!isAnswered)
-        return Outcome::BrokenOff;
-    return isUnderstood && !isClosing ? Outcome::NextRequest : Outcome::LastRequest;
+    return isAnswered && isUnderstood && !isClosing ? Next::Request : Next::Close;
 }
 
 ProjectServer::ProjectServer(QuillmereEditorApplication& application, const StoreLog::Echo echo):

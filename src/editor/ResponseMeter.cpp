@@ -16,6 +16,15 @@ int statusOf(const std::string_view head) {
     return out;
 }
 
+/* The library writes the name so */
+std::uint64_t contentLengthOf(const std::string_view head) {
+    constexpr std::string_view Name = "\r\nContent-Length: ";
+    std::uint64_t out = 0;
+    if(const std::size_t begin = head.find(Name); begin != std::string_view::npos)
+        std::from_chars(head.data() + begin + Name.size(), head.data() + head.size(), out);
+    return out;
+}
+
 }
 
 void ResponseMeter::pass(const std::string_view bytes) {
@@ -30,9 +39,14 @@ void ResponseMeter::pass(const std::string_view bytes) {
         _status = statusOf(_head);
     if(const std::size_t end = _head.find(HeadEnd, searched); end != std::string::npos) {
         _isHeadOver = true;
+        _contentLength = contentLengthOf({_head.data(), end + 2});
         _bodySize = _head.size() - end - HeadEnd.size();
         _head.clear();
     }
+}
+
+bool ResponseMeter::isWhole(const Body body) const {
+    return _isHeadOver && (body == Body::None || _bodySize >= _contentLength);
 }
 
 }

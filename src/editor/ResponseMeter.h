@@ -10,6 +10,9 @@ namespace QuillmereEngine {
 /** @brief Reads off an HTTP answer, as it passes, what it says and how long it is */
 class ResponseMeter {
 public:
+    /** An answer to `HEAD` has none, whatever its head says */
+    enum class Body { None, Expected };
+
     /** @brief The next bytes of the answer, in pieces of any size */
     void pass(std::string_view bytes);
 
@@ -19,10 +22,14 @@ public:
     /** @brief Bytes behind the head */
     std::uint64_t bodySize() const { return _bodySize; }
 
+    /** @brief Whether the head is over and, if there is to be a body, as much of it as the head says */
+    bool isWhole(Body body) const;
+
 private:
     std::string _head;
     bool _isHeadOver = false;
     int _status = 0;
+    std::uint64_t _contentLength = 0;
     std::uint64_t _bodySize = 0;
 };
 

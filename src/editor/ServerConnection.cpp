@@ -63,7 +63,6 @@ bool ServerConnection::waitForRequest() {
     _requestSize = 0;
     _requestLine.clear();
     _isRequestLineOver = false;
-    _isBrokenOff = false;
     _response = {};
     return true;
 }
@@ -95,10 +94,8 @@ bool ServerConnection::write(const char* const data, const std::size_t size) {
             if(count == -1 && (errno == EINTR || errno == EAGAIN))
                 continue;
         }
-        if(count == -1) {
-            _isBrokenOff = true;
+        if(count == -1)
             return false;
-        }
         _response.pass({data + done, std::size_t(count)});
         done += std::size_t(count);
     }
@@ -112,7 +109,10 @@ ServedRequest ServerConnection::request() const {
     out.bytes = _response.bodySize();
     out.duration = std::chrono::duration_cast<std::chrono::microseconds>(
         Clock::now() - _requestBegin);
-    out.isBrokenOff = _isBrokenOff;
+    /* The library takes an answer for whole that was cut because the server stops */
+    const bool isHead = _requestLine.compare(0, 5, "HEAD ") == 0;
+    out.isBrokenOff = !_response.isWhole(
+        isHead ? ResponseMeter::Body::None : ResponseMeter::Body::Expected);
     return out;
 }
 

@@ -90,7 +90,6 @@ private:
     std::size_t _requestSize = 0;
     std::string _requestLine;
     bool _isRequestLineOver = false;
-    bool _isBrokenOff = false;
     ResponseMeter _response;
 };
 

@@ -31,6 +31,21 @@ TEST(ResponseMeterTest, CutHeadHasItsStatusWithItsFirstLine) {
     EXPECT_EQ(meter.bodySize(), 0u);
 }
 
+TEST(ResponseMeterTest, WholeAnswerHasAsMuchAsItsHeadSays) {
+    using Body = ResponseMeter::Body;
+    ResponseMeter meter;
+    EXPECT_FALSE(meter.isWhole(Body::None));
+    meter.pass("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n");
+    EXPECT_FALSE(meter.isWhole(Body::None));
+    meter.pass("\r\n");
+    EXPECT_TRUE(meter.isWhole(Body::None));
+    EXPECT_FALSE(meter.isWhole(Body::Expected));
+    meter.pass("bod");
+    EXPECT_FALSE(meter.isWhole(Body::Expected));
+    meter.pass("y");
+    EXPECT_TRUE(meter.isWhole(Body::Expected));
+}
+
 TEST(ResponseMeterTest, WhatIsNoAnswerHasNoStatus) {
     for(const char* const text:
         {"\n", "HTTP/1.1\r\n\r\n", "HTTP/1.1 abc\r\n\r\n", "nothing at all\n"}) {
