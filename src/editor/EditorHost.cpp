@@ -16,6 +16,7 @@
 #include "QuillmereEditor/Ui.h"
 #include "editor/BackEnd.h"
 #include "editor/Fonts.h"
+#include "editor/ProjectServer.h"
 #include "editor/Shortcut.h"
 #include "editor/StatusBar.h"
 #include "editor/consoleLog.h"
@@ -36,18 +37,9 @@ constexpr unsigned long long HeadlessSettleFrames = 10;
 constexpr auto FeedQuietTime = 500ms;
 constexpr auto LongestFeedWait = 10s;
 
-/* Lines of a server that isn't running */
-class IdleServerSource: public ServerSource {
-public:
-    StringArrayView& serverLines() override { return _lines; }
-
-private:
-    StringArray _lines;
-};
-
-Containers::Pointer<Editor> createEditor() {
+Containers::Pointer<Editor> createEditor(Containers::Pointer<ServerSource> serverSource) {
     auto out = Containers::pointer<Editor>();
-    out->serverSource = Containers::pointer<IdleServerSource>();
+    out->serverSource = std::move(serverSource);
     out->javaScriptLines = Containers::pointer<StringArray>();
     return out;
 }
@@ -77,7 +69,10 @@ EditorHost::EditorHost(BackEnd& backEnd, HostOptions options):
     _options{std::move(options)},
     _replay{std::move(_options.replay)},
     _layout{_options.layoutFile} {
-    editor = createEditor();
+    auto server = Containers::pointer<ProjectServer>(
+        *this, backEnd.isHeadless() ? StoreLog::Echo::Yes : StoreLog::Echo::No);
+    _server = server.get();
+    editor = createEditor(std::move(server));
     project = _options.project ? std::move(_options.project) : Containers::pointer<ProjectFile>();
     changeManager = Containers::pointer<ChangeManager>(*project);
     ui = Containers::pointer<Ui>();
@@ -94,6 +89,7 @@ EditorHost::EditorHost(BackEnd& backEnd, HostOptions options):
 }
 
 EditorHost::~EditorHost() {
+    _server->stop();
     _feed = nullptr;
     _modules = nullptr;
     setLogCallback(nullptr, nullptr);
@@ -101,6 +97,10 @@ EditorHost::~EditorHost() {
 
 void EditorHost::startFeed(FeedSource source) {
     _feed = std::make_unique<FeedReader>(std::move(source), [this] { consoleLinesChanged(); });
+}
+
+void EditorHost::startServer(const std::string& folder, const int port) {
+    _server->start(folder, port);
 }
 
 void EditorHost::consoleLinesChanged() {

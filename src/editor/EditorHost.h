@@ -23,6 +23,7 @@
 namespace QuillmereEngine {
 
 class BackEnd;
+class ProjectServer;
 
 /** @brief What the host is to do */
 struct HostOptions {
@@ -52,6 +53,15 @@ public:
 
     /** @brief Start to log the lines of a file */
     void startFeed(FeedSource source);
+
+    /**
+    @brief Start to serve a folder over HTTP
+    @param port 0 for any free one
+
+    Lines of the "Server" store say where, or why not. Ends with the host, which a server doesn't
+    keep running.
+    */
+    void startServer(const std::string& folder, int port);
 
     /**
     @brief Draw frames until the user closes the window or as many as asked for are drawn
@@ -103,6 +113,8 @@ private:
     std::vector<Failure> _failures;
     std::unique_ptr<ModuleLoader> _modules;
     std::unique_ptr<FeedReader> _feed;
+    /* Owned by what panels see of the editor */
+    ProjectServer* _server;
     std::atomic<bool> _hasNewLines{false};
     float _fontScale = 0.0f;
     unsigned long long _framesAfterReplay = 0;

@@ -35,11 +35,12 @@ constexpr int ExitNoRendering = 1;
 constexpr int ExitBadInput = 2;
 
 bool checkSupported(const CommandLine& line) {
-    if(line.serve)
-        Error{} << "quillmere-editor: --serve can't be used, this build has no HTTP server";
+    const bool isFolderMissing = line.serve && line.project.empty();
+    if(isFolderMissing)
+        Error{} << "quillmere-editor: --serve needs a project, whose folder it serves";
     else if(!line.script.empty())
         Error{} << "quillmere-editor: --script can't be used, this build has no JavaScript engine";
-    return !line.serve && line.script.empty();
+    return !isFolderMissing && line.script.empty();
 }
 
 bool readReplay(const CommandLine& line, HostOptions& options) {
@@ -88,6 +89,11 @@ std::optional<HostOptions> checkInput(const CommandLine& line) {
     return options;
 }
 
+std::string projectFolder(const std::string& project) {
+    const std::string folder = std::filesystem::path{project}.parent_path();
+    return folder.empty() ? "." : folder;
+}
+
 std::unique_ptr<BackEnd> createBackEnd(const CommandLine& line) {
     using Display = CommandLine::Display;
     std::string problem;
@@ -132,6 +138,8 @@ int runHost(const CommandLine& line, HostOptions options, std::optional<FeedSour
     EditorHost host{*backEnd, std::move(options)};
     if(feed)
         host.startFeed(std::move(*feed));
+    if(line.serve)
+        host.startServer(projectFolder(line.project), *line.serve);
     return host.run() ? ExitSuccess : ExitBadInput;
 }
 

@@ -150,7 +150,7 @@ TEST_F(EditorProgramTest, OneFrameIsEnoughForAScreenshot) {
 }
 
 TEST_F(EditorProgramTest, UnbuiltPartsSaySo) {
-    expectRefused({"--serve", "0"}, "--serve can't be used, this build has no HTTP server");
+    expectRefused({"--serve", "0"}, "--serve needs a project, whose folder it serves");
     expectRefused(
         {"--script", "a.js"}, "--script can't be used, this build has no JavaScript engine");
 }
