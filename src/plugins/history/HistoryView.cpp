@@ -114,7 +114,7 @@ struct HistoryView::Row {
 
     /* Give whether all of the text was drawn */
     bool draw() const;
-    bool drawChange(const ImVec2& position, float right) const;
+    bool drawChange(const ImVec2& position, float width, float right) const;
     void drawBracket(const ImVec2& min, const ImVec2& max) const;
 };
 
@@ -133,7 +133,7 @@ bool HistoryView::Row::draw() const {
         ImGui::GetWindowDrawList()->AddRectFilled(
             {min.x, max.y - 1.0f}, max, ImGui::GetColorU32(ImGuiCol_NavHighlight));
     if(change)
-        return drawChange(text, right);
+        return drawChange(text, max.x - text.x, right);
     drawText(text, right, color(), "Before all changes");
     return true;
 }
@@ -155,13 +155,15 @@ void HistoryView::Row::drawBracket(const ImVec2& min, const ImVec2& max) const {
         list.AddRectFilled({left, bottom - 1.0f}, {right, bottom}, lineColor);
 }
 
-bool HistoryView::Row::drawChange(const ImVec2& position, const float right) const {
+/* The width is that of all rows, so that what they show is in columns, and the right end the row's */
+bool HistoryView::Row::drawChange(
+    const ImVec2& position, const float width, const float right) const {
     const float gap = ImGui::GetStyle().ItemSpacing.x;
     /* All kinds are words of six letters, but not every font gives all letters one width */
     const float pathX = position.x + ImGui::CalcTextSize("Remove").x + gap;
-    const float valuesX = pathX + std::max(right - pathX, 0.0f) * PathShare;
+    const float valuesX = pathX + std::max(position.x + width - pathX, 0.0f) * PathShare;
     drawText(position, std::min(pathX - gap, right), color(), kindOf(*change));
-    const float pathWidth = valuesX - gap - pathX;
+    const float pathWidth = std::min(valuesX - gap, right) - pathX;
     const std::string path = shortPath(pathOf(*change), RowText);
     const std::string fittingPath = fittingEnd(path, pathWidth);
     drawText({pathX, position.y}, pathX + pathWidth, color(), fittingPath);

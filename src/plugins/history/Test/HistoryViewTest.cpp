@@ -247,6 +247,7 @@ TEST_F(HistoryViewTest, SavedStateIsMarked) {
     push("/later", 1);
     input.idle(2);
     EXPECT_NEAR(at("saved").y, at("/entry3").y, 4.0f);
+    EXPECT_EQ(at("2savedCreate/entry3").x, at("3Create/later").x) << "the values are in a column";
     /* The mark stays where it is, but not what was saved */
     host.changes().undoLast();
     push("/entry2", 5, true);
