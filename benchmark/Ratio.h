@@ -42,6 +42,7 @@ void printFigure(const std::string& name, double value, const std::string& unit)
 /* One function per source of rows, called by main() before anything runs */
 void addChangeRows();
 void addConsoleRows();
+void addHistoryPanelRows();
 void addLogRows();
 void addStoreRows();
 void addUiRows();

@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
     QuillmereBenchmark::addStoreRows();
     QuillmereBenchmark::addLogRows();
     QuillmereBenchmark::addConsoleRows();
+    QuillmereBenchmark::addHistoryPanelRows();
     QuillmereBenchmark::addUiRows();
     benchmark::Initialize(&argc, argv);
     if(benchmark::ReportUnrecognizedArguments(argc, argv))

@@ -53,7 +53,9 @@ void ChangeManager::reset(ProjectFile& project) {
     interrupt();
     _project = &project;
     arrayResize(_changes, std::size_t{0});
+    ++_revision;
     _lastChange = -1;
+    _isSavedStateKept = _isSavedStateKept && _savedChange == -1;
     _handlers.clear([this](Containers::Pointer<ChangeHandler>&& handler) {
         if(_notification)
             _notification->retire(std::move(handler));
@@ -143,8 +145,12 @@ int ChangeManager::mergeTarget(const Containers::StringView path) const {
 
 /* The target becomes the newest, so that it's undone first: its value is the one written last */
 void ChangeManager::makeNewest(const int index) {
-    if(index != _lastChange)
+    if(_savedChange >= index)
+        _isSavedStateKept = false;
+    if(index != _lastChange) {
         std::swap(_changes[index], _changes[_lastChange]);
+        ++_revision;
+    }
     _changes[_lastChange].group = _group;
 }
 
@@ -158,9 +164,12 @@ void ChangeManager::appendChange(Containers::Array<char>&& path, const ChangeLoc
        which would copy the history each time. */
     arrayRemoveSuffix(_changes, _changes.size() - std::size_t(_lastChange));
     arrayAppend(_changes, InPlaceInit);
+    ++_revision;
     /* If that was where the document was saved, no state in the history is the saved one any more */
-    if(_savedChange == _lastChange)
+    if(_savedChange == _lastChange) {
         _savedChange = -1;
+        _isSavedStateKept = false;
+    }
 
     Change& change = lastChange();
     change.path = std::move(ownPath);
@@ -271,6 +280,7 @@ void ChangeManager::commit() {
 void ChangeManager::markSave() {
     settle();
     _savedChange = _lastChange;
+    _isSavedStateKept = true;
 }
 
 bool ChangeManager::hasUnsavedChanges() const { return _savedChange != _lastChange; }

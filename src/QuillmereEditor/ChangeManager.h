@@ -228,6 +228,26 @@ public:
     */
     std::size_t savedCount() const { return std::size_t(_savedChange + 1); }
 
+    /**
+    @brief Whether the state after @ref savedCount() changes is the one that was there at
+        @ref markSave()
+
+    It isn't any more once another change has come in place of the marked one, one before or at the
+    mark was merged into, or a marked history was dropped. A history without a mark counts as saved
+    before its first change.
+    */
+    bool isSavedStateKept() const { return _isSavedStateKept; }
+
+    /**
+    @brief Counts up by one each time @ref changes() gets another order or other paths
+
+    That's when a change is appended, whether or not it discards undone ones, when a merge moves an
+    entry to the end, and on @ref reset(). Undoing, redoing and merging into the newest entry leave
+    it. So from one look at the history to the next only changes were appended if this has grown by
+    as much as @ref changeCount().
+    */
+    std::size_t revision() const { return _revision; }
+
     /** @brief Whether a group is open, so that nothing can be undone or redone */
     bool isGroupOpen() const { return _group != -1; }
 
@@ -287,6 +307,8 @@ private:
     /* Number of the group opened last */
     int _lastGroup = 0;
     bool _isLocked = false;
+    bool _isSavedStateKept = true;
+    std::size_t _revision = 0;
     ProjectFile* _project = nullptr;
     Corrade::Containers::Array<Change> _changes;
     StaticMap<Corrade::Containers::Pointer<ChangeHandler>> _handlers;

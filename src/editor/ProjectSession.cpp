@@ -1,43 +1,13 @@
 #include "editor/ProjectSession.h"
 
-#include <algorithm>
 #include <utility>
-
-#include <Corrade/Containers/ArrayView.h>
 
 #include "QuillmereEditor/ChangeManager.h"
 #include "QuillmereEditor/Tools/Log.h"
 #include "QuillmereEditor/Tools/System.h"
 #include "host/ProjectFile.h"
 
-using namespace Corrade;
-
 namespace QuillmereEngine {
-
-namespace {
-
-std::string pathOf(const Change& change) {
-    /* Its NUL may be missing */
-    return {change.path.begin(), std::find(change.path.begin(), change.path.end(), '\0')};
-}
-
-}
-
-/* While it lives changes are undone or redone, and so none is merged */
-class ProjectSession::Step {
-public:
-    explicit Step(ProjectSession& session): _session(session) { _session._isStepping = true; }
-    Step(const Step&) = delete;
-    Step& operator=(const Step&) = delete;
-    /* A handler may throw */
-    ~Step() {
-        _session._isStepping = false;
-        _session.remember();
-    }
-
-private:
-    ProjectSession& _session;
-};
 
 ProjectSession::ProjectSession(ProjectFile& project, ChangeManager& changes, std::string file):
     _project(project),
@@ -48,44 +18,13 @@ ProjectSession::ProjectSession(ProjectFile& project, ChangeManager& changes, std
 
 void ProjectSession::restart() {
     _changes.reset(_project);
-    /* The first component of every path is empty, so this one hears of every change */
-    _changes.addChangeHandler(
-        "",
-        [](const Change& change, Containers::ArrayView<const std::string>, void* const session) {
-            static_cast<ProjectSession*>(session)->changed(change);
-        },
-        this);
     _changes.markSave();
-    _savedCount = 0;
-    _isChanged = _isSavedEntryMerged = false;
-    remember();
-}
-
-void ProjectSession::changed(const Change& change) {
-    _isChanged = true;
-    /* The changes of a group are told one after the other once all are applied, and merged with each
-       other only. While nothing is undone or redone a change that made no entry was merged: into the
-       newest one if that has its path, else into one that may be older than the last save. */
-    const bool isMerged = !_isStepping && change.group <= 0 &&
-        _changes.appliedCount() == _appliedCount;
-    if(isMerged && _savedCount != 0 &&
-        (_appliedCount <= _savedCount || pathOf(change) != _newestPath))
-        _isSavedEntryMerged = true;
-    if(!_isStepping)
-        remember();
-}
-
-void ProjectSession::remember() {
-    _appliedCount = _changes.appliedCount();
-    _newestPath = _appliedCount ? pathOf(_changes.lastChange()) : std::string{};
 }
 
 bool ProjectSession::hasUnsavedChanges() const {
-    if(_changes.hasUnsavedChanges())
-        return true;
     /* The history's mark doesn't move when an entry is merged into, and one on an entry that was
        discarded is taken for the state before the first change */
-    return _isChanged && (_isSavedEntryMerged || _changes.appliedCount() != _savedCount);
+    return _changes.hasUnsavedChanges() || !_changes.isSavedStateKept();
 }
 
 bool ProjectSession::save() {
@@ -101,8 +40,6 @@ bool ProjectSession::save() {
     log(LogLevel::Info, ("Saved " + file).c_str());
     _file = file;
     _changes.markSave();
-    _savedCount = _changes.appliedCount();
-    _isChanged = _isSavedEntryMerged = false;
     return true;
 }
 
@@ -110,17 +47,13 @@ bool ProjectSession::save() {
 bool ProjectSession::canStep() const { return !_changes.isLocked() && !_changes.isGroupOpen(); }
 
 void ProjectSession::undo() {
-    if(!canStep())
-        return;
-    const Step step{*this};
-    _changes.undoLast();
+    if(canStep())
+        _changes.undoLast();
 }
 
 void ProjectSession::redo() {
-    if(!canStep())
-        return;
-    const Step step{*this};
-    _changes.redoLastUndo();
+    if(canStep())
+        _changes.redoLastUndo();
 }
 
 std::string ProjectSession::name() const {

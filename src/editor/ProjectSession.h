@@ -1,12 +1,10 @@
 #ifndef Quillmere_editor_ProjectSession_h
 #define Quillmere_editor_ProjectSession_h
 
-#include <cstddef>
 #include <string>
 
 namespace QuillmereEngine {
 
-struct Change;
 class ChangeManager;
 class ProjectFile;
 
@@ -20,8 +18,7 @@ public:
     /**
     @brief Constructor, calls @ref restart()
     @param project  Has to outlive the session
-    @param changes  History of @p project. Has to outlive the session and, as a handler with the
-        session's address stays in it, isn't to be used after the session.
+    @param changes  History of @p project. Has to outlive the session.
     @param file     What the project was loaded from, empty for a project without a file
     */
     explicit ProjectSession(ProjectFile& project, ChangeManager& changes, std::string file);
@@ -67,22 +64,11 @@ public:
     std::string title() const;
 
 private:
-    class Step;
-
     bool canStep() const;
-    void changed(const Change& change);
-    void remember();
 
     ProjectFile& _project;
     ChangeManager& _changes;
     std::string _file;
-    /* How many changes were applied, and the path of the newest, when last looked at */
-    std::size_t _appliedCount = 0;
-    std::string _newestPath;
-    std::size_t _savedCount = 0;
-    bool _isChanged = false;
-    bool _isSavedEntryMerged = false;
-    bool _isStepping = false;
 };
 
 }

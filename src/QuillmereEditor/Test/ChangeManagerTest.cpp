@@ -257,6 +257,72 @@ TEST_F(ChangeManagerTest, WritingOverTheSavedStateLosesTheMark) {
     EXPECT_FALSE(manager.hasUnsavedChanges()) << "nothing is applied, and no mark is set";
 }
 
+TEST_F(ChangeManagerTest, SavedStateIsKeptWhileOnlyOthersChange) {
+    EXPECT_TRUE(manager.isSavedStateKept());
+    push("/a", "1");
+    push("/b", "1");
+    manager.markSave();
+    push("/c", "1", true);
+    push("/c", "2", true);
+    manager.undoLast();
+    manager.undoLast();
+    EXPECT_TRUE(manager.isSavedStateKept());
+    manager.redoLastUndo();
+    EXPECT_TRUE(manager.isSavedStateKept());
+}
+
+TEST_F(ChangeManagerTest, SavedStateIsLostToAMergeUnderTheMark) {
+    push("/a", "1");
+    push("/b", "1");
+    push("/c", "1");
+    manager.markSave();
+    manager.undoLast();
+    push("/b", "2", true);
+    EXPECT_FALSE(manager.isSavedStateKept());
+    EXPECT_EQ(manager.savedCount(), 3u);
+    manager.markSave();
+    EXPECT_TRUE(manager.isSavedStateKept());
+}
+
+TEST_F(ChangeManagerTest, SavedStateIsLostToAnotherChangeInItsPlace) {
+    push("/a", "1");
+    manager.markSave();
+    manager.undoLast();
+    EXPECT_TRUE(manager.isSavedStateKept());
+    push("/b", "2");
+    EXPECT_FALSE(manager.isSavedStateKept());
+}
+
+TEST_F(ChangeManagerTest, SavedStateIsLostToAResetUnlessNothingWasSaved) {
+    manager.reset(project);
+    EXPECT_TRUE(manager.isSavedStateKept());
+    push("/a", "1");
+    manager.markSave();
+    manager.reset(project);
+    EXPECT_FALSE(manager.isSavedStateKept());
+}
+
+TEST_F(ChangeManagerTest, RevisionCountsChangesOfTheList) {
+    const std::size_t start = manager.revision();
+    push("/a", "1");
+    push("/b", "1");
+    push("/c", "1");
+    EXPECT_EQ(manager.revision(), start + 3);
+    /* In place, and only in another order */
+    push("/c", "2", true);
+    manager.undoLast();
+    manager.redoLastUndo();
+    EXPECT_EQ(manager.revision(), start + 3);
+    push("/b", "2", true);
+    EXPECT_EQ(manager.revision(), start + 4);
+    manager.undoLast();
+    manager.undoLast();
+    push("/d", "1");
+    EXPECT_EQ(manager.revision(), start + 5);
+    manager.reset(project);
+    EXPECT_EQ(manager.revision(), start + 6);
+}
+
 TEST_F(ChangeManagerTest, ResetKeepsSaveMarkGroupAndCount) {
     push("/a", "1");
     manager.markSave();
