@@ -1,7 +1,6 @@
 #include "QuillmereEditor/EditorView.h"
 
 #include <cstring>
-#include <mutex>
 
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Debug.h>
@@ -22,17 +21,6 @@ struct ViewState {
     EditorData* editorData;
     QuillmereEditorApplication* application;
 };
-
-/* Lies in this library and not in the module: a thread may still be inside of it when the panel's
-   module is closed */
-void forward(const char* const line, void* const userData) {
-    auto& application = *static_cast<QuillmereEditorApplication*>(userData);
-    {
-        const std::lock_guard<std::mutex> lock{application.logMutex};
-        application.consoleLines.append(line, -1);
-    }
-    application.consoleLinesChanged();
-}
 
 }
 
@@ -73,7 +61,7 @@ void EditorView::init(ImGuiContext* const context, EditorData* const data,
     ImGui::SetCurrentContext(context);
     _editorData = data;
     _application = application;
-    setLogCallback(forward, application);
+    setLogCallback(appendConsoleLine, application);
 }
 
 void EditorView::deinit() { setLogCallback(nullptr, nullptr); }

@@ -293,6 +293,7 @@ void EditorHost::drawStatus() {
     }
     if(_feed)
         status.feed = _feed->progress();
+    status.loadedModules = _modules->loadedModules();
     status.failedModules = _modules->failedModules();
     status.project = _session->name();
     drawStatusBar(status);

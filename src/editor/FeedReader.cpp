@@ -1,7 +1,6 @@
 #include "editor/FeedReader.h"
 
 #include <cerrno>
-#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -31,7 +30,6 @@ constexpr int PauseMilliseconds = 10;
 
 /* One that shows the lines, and one before in which the panel may have appeared */
 constexpr int FramesForLayout = 2;
-constexpr std::chrono::seconds LongestHold{1};
 
 void logLine(const std::string& line) { log(lineLevel(line), line.c_str()); }
 
@@ -81,9 +79,11 @@ FeedSource::~FeedSource() {
         ::close(_descriptor);
 }
 
-FeedReader::FeedReader(FeedSource source, std::function<void()> changed):
+FeedReader::FeedReader(
+    FeedSource source, std::function<void()> changed, const std::chrono::seconds longestHold):
     _source{std::move(source)},
     _changed{std::move(changed)},
+    _longestHold{longestHold},
     _stopEvent{eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)},
     _thread{[this] { run(); }} {}
 
@@ -155,8 +155,7 @@ void FeedReader::waitForFrames() {
     _changedNeed.notify_all();
     _changed();
     lock.lock();
-    /* Not for ever: a window that isn't drawn, whatever the reason, must not hold up the log */
-    _changedNeed.wait_for(lock, LongestHold, [this] { return _neededFrames == 0 || _isStopping; });
+    _changedNeed.wait_for(lock, _longestHold, [this] { return _neededFrames == 0 || _isStopping; });
     _neededFrames = 0;
 }
 

@@ -2,6 +2,7 @@
 #define Quillmere_editor_FeedReader_h
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
@@ -74,8 +75,11 @@ public:
     /**
     @brief Start to read
     @param changed  Called on the reader's thread after the progress changed at the end of the feed
+    @param longestHold  Until a line is logged without the frames it was held back for: a window
+        that isn't drawn, whatever the reason, must not hold up the log
     */
-    explicit FeedReader(FeedSource source, std::function<void()> changed);
+    explicit FeedReader(FeedSource source, std::function<void()> changed,
+        std::chrono::seconds longestHold = std::chrono::seconds{1});
 
     /** @brief Stops at once, wherever the reader is */
     ~FeedReader();
@@ -108,6 +112,7 @@ private:
 
     FeedSource _source;
     std::function<void()> _changed;
+    std::chrono::seconds _longestHold;
     std::atomic<std::uint64_t> _bytes{0};
     std::atomic<bool> _isFinished{false};
     std::atomic<bool> _isStopping{false};

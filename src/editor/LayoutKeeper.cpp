@@ -47,12 +47,24 @@ void LayoutKeeper::arrange(const WorkArea area) {
 void LayoutKeeper::load() {
     std::string problem;
     std::optional<std::string> layout;
-    if(!_userFile.empty())
+    std::error_code ignored;
+    if(std::filesystem::status(_userFile, ignored).type() !=
+        std::filesystem::file_type::not_found) {
         layout = readWholeFile(_userFile, problem);
+        if(!layout) {
+            log(LogLevel::Warn, ("Can't read the layout " + _userFile + ": " + problem).c_str());
+            /* Whatever is in it, it's the user's and not to be written over */
+            _userFile.clear();
+        }
+    }
+    const std::string sharedPath = sharedFile("layout.ini");
     if(!layout)
-        layout = readWholeFile(sharedFile("layout.ini"), problem);
+        layout = readWholeFile(sharedPath, problem);
     if(!layout)
-        return log(LogLevel::Warn, ("Can't read the layout layout.ini: " + problem).c_str());
+        return log(LogLevel::Warn,
+            ("Can't read the shipped layout " + (sharedPath.empty() ? "layout.ini" : sharedPath) +
+                ": " + problem)
+                .c_str());
     const std::string fit = fittedLayout(*layout, _area);
     ImGui::LoadIniSettingsFromMemory(fit.data(), fit.size());
 }

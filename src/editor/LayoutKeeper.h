@@ -17,7 +17,8 @@ class LayoutKeeper {
 public:
     /**
     @param userFile     Where the user's layout is kept, empty to neither read nor write one.
-        Without the file the shipped layout is taken.
+        Without the file the shipped layout is taken. One that can't be read is
+        reported in the log and left as it is, too.
     */
     explicit LayoutKeeper(std::string userFile);
 

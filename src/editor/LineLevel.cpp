@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "editor/lowerCase.h"
+
 namespace QuillmereEngine {
 
 namespace {
@@ -30,8 +32,6 @@ constexpr SeverityWord SeverityWords[]{
 };
 
 constexpr std::size_t LongestWord = 8;
-
-char lowerCase(const char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
 
 bool isAsciiLetterOrDigit(const char c) {
     return (c >= '0' && c <= '9') || (lowerCase(c) >= 'a' && lowerCase(c) <= 'z');

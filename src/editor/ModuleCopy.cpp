@@ -8,7 +8,6 @@
 #include <tuple>
 #include <utility>
 
-#include "editor/ElfCheck.h"
 #include "editor/files.h"
 
 namespace QuillmereEngine {
@@ -32,6 +31,10 @@ auto asTuple(const ModuleStamp::File& file) {
 std::string makeTemporaryFolder() {
     std::error_code error;
     std::string path = (Fs::temp_directory_path(error) / "quillmere-module-XXXXXX").string();
+    if(error) {
+        errno = error.value();
+        return {};
+    }
     return mkdtemp(path.data()) ? path : std::string{};
 }
 
@@ -49,31 +52,21 @@ std::string metadataPath(const std::string& path) {
     return Fs::path{path}.replace_extension(".conf").string();
 }
 
-std::optional<ModuleCopy> ModuleCopy::make(const std::string& path, std::string& problem) {
-    const std::optional<std::string> library = readWholeFile(path, problem);
-    if(!library)
-        return {};
-    if(!isWholeElf(*library)) {
-        problem = "the file isn't whole";
-        return {};
-    }
+std::optional<ModuleCopy> ModuleCopy::make(
+    const std::string& path, const ModuleFiles& files, std::string& problem) {
     ModuleCopy out{makeTemporaryFolder()};
     if(out._folder.empty()) {
         problem = std::string{"can't make a temporary folder: "} + std::strerror(errno);
         return {};
     }
 
-    const Fs::path fileName = Fs::path{path}.filename();
-    const std::string copy = (out._folder / fileName).string();
-    problem = writeWholeFile(copy, *library);
-    /* A missing .conf isn't copied: the plugin manager has a message for that */
-    std::string ignored;
-    if(const std::optional<std::string> metadata = readWholeFile(metadataPath(path), ignored);
-        metadata && problem.empty())
-        problem = writeWholeFile(metadataPath(copy), *metadata);
-    if(problem.empty())
+    const std::string copy = (out._folder / Fs::path{path}.filename()).string();
+    std::string failure = writeWholeFile(copy, files.library);
+    if(failure.empty())
+        failure = writeWholeFile(metadataPath(copy), files.metadata);
+    if(failure.empty())
         return out;
-    problem = "can't write " + copy + ": " + problem;
+    problem = "can't write " + copy + ": " + failure;
     return {};
 }
 

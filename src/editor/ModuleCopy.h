@@ -26,6 +26,11 @@ struct ModuleStamp {
 bool operator==(const ModuleStamp& a, const ModuleStamp& b);
 inline bool operator!=(const ModuleStamp& a, const ModuleStamp& b) { return !(a == b); }
 
+/** @brief Content of a module's two files */
+struct ModuleFiles {
+    std::string library, metadata;
+};
+
 /**
 @brief Private copy of a module
 
@@ -38,11 +43,12 @@ class ModuleCopy {
 public:
     /**
     @brief Copy a module
-    @param path     Of the `.so`
-    @param problem  Why there is no result: a file can't be read or written, or the `.so` isn't
-        whole (see @ref isWholeElf()), as someone is writing it at the moment
+    @param path     Of the `.so`, for its name
+    @param files    What was read and found to be good, so that the copy is nothing else
+    @param problem  Why there is no result: a file can't be written
     */
-    static std::optional<ModuleCopy> make(const std::string& path, std::string& problem);
+    static std::optional<ModuleCopy> make(
+        const std::string& path, const ModuleFiles& files, std::string& problem);
 
     ModuleCopy(const ModuleCopy&) = delete;
     ModuleCopy(ModuleCopy&& other) noexcept;

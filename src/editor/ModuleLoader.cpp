@@ -25,7 +25,7 @@ ModuleLoader::~ModuleLoader() = default;
 void ModuleLoader::loadAll(const Clock::time_point now) {
     findFiles();
     for(const auto& entry: _entries)
-        load(*entry, ModuleStamp::of(entry->module.path()), now);
+        load(*entry, ModuleStamp::of(entry->module.path()), now, Occasion::Start);
     if(_entries.empty())
         log(LogLevel::Warn,
             ("No modules in " + _folder + ", they are loaded as soon as they are put there")
@@ -43,7 +43,7 @@ bool ModuleLoader::poll(const Clock::time_point now) {
     for(const auto& entry: _entries) {
         const ModuleStamp stamp = ModuleStamp::of(entry->module.path());
         if(entry->watch.isDue(stamp, now))
-            hasChanged |= load(*entry, stamp, now);
+            hasChanged |= load(*entry, stamp, now, Occasion::Change);
     }
     return hasChanged;
 }
@@ -61,35 +61,60 @@ void ModuleLoader::findFiles() {
     }
 }
 
-bool ModuleLoader::load(Entry& entry, const ModuleStamp& stamp, const Clock::time_point now) {
-    std::string problem;
-    const std::optional<ModuleCopy> copy = ModuleCopy::make(entry.module.path(), problem);
-    /* Written to while it was copied: what's in the copy may be half of the one and half of the
-       other. The next look sees the change. */
-    if(ModuleStamp::of(entry.module.path()) != stamp)
+bool ModuleLoader::load(
+    Entry& entry, const ModuleStamp& stamp, const Clock::time_point now, const Occasion occasion) {
+    const std::string& path = entry.module.path();
+    const ModuleRead read = readModule(path);
+    std::string problem = read.problem;
+    const std::optional<ModuleCopy> copy = read.state == ModuleRead::State::Good
+        ? ModuleCopy::make(path, read.files, problem)
+        : std::nullopt;
+    /* Exchanged while it was read. The next look sees the change. */
+    if(ModuleStamp::of(path) != stamp)
         return false;
-    if(!copy) {
-        if(!std::exchange(entry.isIncompleteReported, true))
-            report(entry, problem + ", it's tried again later");
-        entry.watch.postpone(now);
+    if(!copy && read.state != ModuleRead::State::Unfit) {
+        wait(entry, problem, now, occasion);
         return false;
     }
-    entry.isIncompleteReported = false;
+    entry.waitsSince = {};
+    entry.isWaitReported = false;
     entry.watch.setHandled(stamp);
-    const bool isReload = entry.module.panel();
-    entry.module.close();
-    problem = entry.module.open(*copy);
-    entry.hasFailed = !problem.empty();
-    if(entry.hasFailed)
-        report(entry, problem);
-    else if(isReload)
-        log(LogLevel::Info, ("Module " + entry.module.name() + " was reloaded").c_str());
+    exchange(entry, read, copy, occasion);
     return true;
 }
 
-void ModuleLoader::report(const Entry& entry, const std::string& problem) {
-    log(LogLevel::Error,
-        ("Module " + entry.module.path() + " can't be loaded: " + problem).c_str());
+void ModuleLoader::wait(Entry& entry, const std::string& problem, const Clock::time_point now,
+    const Occasion occasion) {
+    entry.watch.postpone(now);
+    if(!entry.waitsSince)
+        entry.waitsSince = now;
+    const bool isLong = occasion == Occasion::Start || now - *entry.waitsSince >= WaitReportTime;
+    if(isLong && !std::exchange(entry.isWaitReported, true))
+        log(LogLevel::Warn,
+            ("Module " + entry.module.path() + " isn't loaded yet: " + problem +
+                "; it's tried again")
+                .c_str());
+}
+
+void ModuleLoader::exchange(Entry& entry, const ModuleRead& read,
+    const std::optional<ModuleCopy>& copy, const Occasion occasion) {
+    const bool isReload = entry.module.panel();
+    entry.module.close();
+    const std::string problem = copy ? entry.module.open(*copy) : read.problem;
+    entry.buildType = read.type;
+    entry.hasFailed = !problem.empty();
+    if(entry.hasFailed)
+        log(LogLevel::Error,
+            ("Module " + entry.module.path() + " can't be loaded: " + problem).c_str());
+    else if(occasion == Occasion::Change)
+        log(LogLevel::Info,
+            ("Module " + title(entry) + (isReload ? " was reloaded" : " was loaded")).c_str());
+}
+
+std::string ModuleLoader::title(const Entry& entry) {
+    if(entry.buildType.empty())
+        return entry.module.name();
+    return entry.module.name() + " (" + entry.buildType + " build)";
 }
 
 std::vector<EditorView*> ModuleLoader::panels() const {
@@ -97,6 +122,14 @@ std::vector<EditorView*> ModuleLoader::panels() const {
     for(const auto& entry: _entries)
         if(EditorView* const panel = entry->module.panel())
             out.push_back(panel);
+    return out;
+}
+
+std::vector<std::string> ModuleLoader::loadedModules() const {
+    std::vector<std::string> out;
+    for(const auto& entry: _entries)
+        if(entry->module.panel())
+            out.push_back(title(*entry));
     return out;
 }
 

@@ -3,10 +3,12 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "editor/Module.h"
+#include "editor/ModuleRead.h"
 #include "editor/ModuleWatch.h"
 
 namespace QuillmereEngine {
@@ -15,7 +17,8 @@ namespace QuillmereEngine {
 @brief Loads the plugin modules of a folder and exchanges those whose file changes
 
 What can't be loaded is reported with one line in the log and skipped until its file changes. A
-module whose file is deleted stays as it is. UI thread.
+module whose file is being written, which its `.conf` doesn't fit then, is waited for: the old one
+stays open meanwhile. So it does when its file is deleted. UI thread.
 */
 class ModuleLoader {
 public:
@@ -23,6 +26,9 @@ public:
 
     /** Pause between two looks at the folder. Looking costs some 10 us. */
     static constexpr std::chrono::milliseconds PollInterval{250};
+
+    /** How long a file and its `.conf` may not fit before there is a line that says so */
+    static constexpr std::chrono::seconds WaitReportTime{5};
 
     /** @brief Loads nothing yet */
     explicit ModuleLoader(std::string folder, const PanelHost& host);
@@ -43,6 +49,9 @@ public:
     /** @brief The panels that are open, in the order of their modules' names */
     std::vector<EditorView*> panels() const;
 
+    /** @brief Modules that are open, with their build type, as in "ConsoleView (Release build)" */
+    std::vector<std::string> loadedModules() const;
+
     /** @brief Modules whose last load failed */
     std::vector<std::string> failedModules() const;
 
@@ -58,14 +67,23 @@ private:
 
         Module module;
         ModuleWatch watch;
+        std::string buildType;
         bool hasFailed = false;
+        std::optional<Clock::time_point> waitsSince;
         /* A slow writer gets one line in the log, not one for each of its pieces */
-        bool isIncompleteReported = false;
+        bool isWaitReported = false;
     };
 
+    /* Nobody expects lines about what goes well at the start, nor that files fit only later */
+    enum class Occasion { Start, Change };
+
     void findFiles();
-    bool load(Entry& entry, const ModuleStamp& stamp, Clock::time_point now);
-    static void report(const Entry& entry, const std::string& problem);
+    bool load(Entry& entry, const ModuleStamp& stamp, Clock::time_point now, Occasion occasion);
+    static void wait(
+        Entry& entry, const std::string& problem, Clock::time_point now, Occasion occasion);
+    static void exchange(Entry& entry, const ModuleRead& read,
+        const std::optional<ModuleCopy>& copy, Occasion occasion);
+    static std::string title(const Entry& entry);
 
     std::string _folder;
     PanelHost _host;

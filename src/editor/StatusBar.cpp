@@ -41,6 +41,8 @@ void drawRight(const std::string& text) {
 
 void drawContent(const Status& status) {
     ImGui::TextUnformatted(lineCountText(status.lineCount).c_str());
+    if(ImGui::IsItemHovered())
+        ImGui::SetTooltip("%s", loadedModulesText(status.loadedModules).c_str());
     if(const std::string text = status.feed ? feedText(*status.feed) : ""; !text.empty()) {
         ImGui::SameLine(0.0f, Gap);
         ImGui::TextDisabled("%s", text.c_str());
@@ -68,6 +70,13 @@ std::string feedText(const FeedProgress& feed) {
     const std::uint64_t percent = std::min<std::uint64_t>(
         std::uint64_t(double(feed.bytes) / double(feed.size) * 100.0), 100);
     return "Reading " + feed.name + ": " + std::to_string(percent) + " %";
+}
+
+std::string loadedModulesText(const std::vector<std::string>& modules) {
+    std::string out = modules.empty() ? "No modules" : "Modules:";
+    for(const std::string& module: modules)
+        out += "\n" + module;
+    return out;
 }
 
 std::string failedModulesText(const std::vector<std::string>& modules) {

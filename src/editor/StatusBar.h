@@ -14,7 +14,7 @@ namespace QuillmereEngine {
 struct Status {
     std::size_t lineCount = 0;
     std::optional<FeedProgress> feed;
-    std::vector<std::string> failedModules;
+    std::vector<std::string> loadedModules, failedModules;
     std::string project;
 };
 
@@ -23,6 +23,9 @@ std::string lineCountText(std::size_t count);
 
 /** @brief How far a feed was read, empty once it was read to its end */
 std::string feedText(const FeedProgress& feed);
+
+/** @brief The modules that are open, a line each, to look up how they were built */
+std::string loadedModulesText(const std::vector<std::string>& modules);
 
 /** @brief Which modules failed, empty if none did */
 std::string failedModulesText(const std::vector<std::string>& modules);

@@ -8,6 +8,7 @@
 #include <GLFW/glfw3.h>
 
 #include "editor/InputReplay.h"
+#include "editor/lowerCase.h"
 
 using namespace Corrade;
 
@@ -44,15 +45,9 @@ constexpr KeyName KeyNames[]{
     {"up", GLFW_KEY_UP},
 };
 
-std::string lowerCase(std::string text) {
-    for(char& c: text)
-        if(c >= 'A' && c <= 'Z')
-            c = char(c - 'A' + 'a');
-    return text;
-}
-
 std::optional<int> keyNamed(const std::string_view word) {
-    const std::string name = lowerCase(std::string{word});
+    std::string name{word};
+    std::transform(name.begin(), name.end(), name.begin(), lowerCase);
     if(name.size() == 1 && ((name[0] >= 'a' && name[0] <= 'z')))
         return GLFW_KEY_A + (name[0] - 'a');
     if(name.size() == 1 && name[0] >= '0' && name[0] <= '9')

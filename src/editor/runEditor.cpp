@@ -20,6 +20,7 @@
 #include "editor/Style.h"
 #include "editor/files.h"
 #include "host/ProjectFile.h"
+#include "host/Version.h"
 
 using namespace Corrade;
 

@@ -4,7 +4,7 @@ using namespace Corrade;
 
 Containers::StringView AbstractModule::pluginInterface() {
     using namespace Containers::Literals;
-    return "com.quillmere.QuillmereEditor.AbstractModule/1.1"_s;
+    return QUILLMERE_MODULE_INTERFACE ""_s;
 }
 
 AbstractModule::AbstractModule(

@@ -7,6 +7,14 @@
 #include <Corrade/PluginManager/AbstractPlugin.h>
 
 /**
+@brief The interface string that a module registers with, a literal
+
+Its last part is the version of the contract between host and module, of @ref AbstractModule and of
+the panel's base class.
+*/
+#define QUILLMERE_MODULE_INTERFACE "com.quillmere.QuillmereEditor.AbstractModule/1.1"
+
+/**
 @brief Base of everything the editor loads at run time and can exchange while it runs
 
 Before a reload the host calls @ref unload() with `false` and keeps what it returns; the instance
@@ -14,7 +22,7 @@ made from the new file gets it through @ref load(). All of it happens on the UI 
 */
 class AbstractModule: public Corrade::PluginManager::AbstractPlugin {
 public:
-    /** @brief The interface string that a module registers with, a global view */
+    /** @brief @ref QUILLMERE_MODULE_INTERFACE as a global view */
     static Corrade::Containers::StringView pluginInterface();
 
     /**

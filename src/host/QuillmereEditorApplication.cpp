@@ -13,4 +13,13 @@ QuillmereEditorApplication::~QuillmereEditorApplication() = default;
 
 void QuillmereEditorApplication::consoleLinesChanged() {}
 
+void appendConsoleLine(const char* const line, void* const application) {
+    auto& host = *static_cast<QuillmereEditorApplication*>(application);
+    {
+        const std::lock_guard<std::mutex> lock{host.logMutex};
+        host.consoleLines.append(line, -1);
+    }
+    host.consoleLinesChanged();
+}
+
 }

@@ -58,6 +58,17 @@ public:
     Corrade::Containers::Pointer<Ui> ui;
 };
 
+/**
+@brief Append a line to the console of an application, as a log callback
+@param line         Null-terminated UTF-8, copied
+@param application  The @ref QuillmereEditorApplication
+
+Locks @ref QuillmereEditorApplication::logMutex, appends to the console's lines and calls
+@ref QuillmereEditorApplication::consoleLinesChanged(). Lies in this library and not in a module: a
+thread may still be inside of it when a module is closed. Any thread.
+*/
+void appendConsoleLine(const char* line, void* application);
+
 }
 
 #endif

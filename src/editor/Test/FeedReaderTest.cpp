@@ -108,7 +108,7 @@ TEST_F(FeedReaderTest, PipeIsFollowedUntilItsWriterIsDone) {
 TEST_F(FeedReaderTest, LastOfManyLinesWaitsForAFrameWithTheOthers) {
     std::optional<FeedSource> source = FeedSource::open(folder.write("a.log", "1\n2\n3\n"));
     ASSERT_TRUE(source);
-    FeedReader reader{std::move(*source), [] {}};
+    FeedReader reader{std::move(*source), [] {}, std::chrono::minutes{10}};
     reader.waitForNeedOrEnd();
     for(int needed = reader.neededFrames(); needed; --needed) {
         EXPECT_EQ(reader.neededFrames(), needed);
@@ -118,6 +118,14 @@ TEST_F(FeedReaderTest, LastOfManyLinesWaitsForAFrameWithTheOthers) {
     }
     waitUntilFinished(reader);
     EXPECT_THAT(lines, ElementsAre("[info] 1", "[info] 2", "[info] 3"));
+}
+
+TEST_F(FeedReaderTest, LastOfManyLinesDoesNotWaitForFramesForEver) {
+    std::optional<FeedSource> source = FeedSource::open(folder.write("a.log", "1\n2\n"));
+    ASSERT_TRUE(source);
+    FeedReader reader{std::move(*source), [] {}, std::chrono::seconds{0}};
+    waitForLines(2);
+    EXPECT_THAT(lines, ElementsAre("[info] 1", "[info] 2"));
 }
 
 TEST_F(FeedReaderTest, SingleLineWaitsForNothing) {
@@ -132,7 +140,7 @@ TEST_F(FeedReaderTest, SingleLineWaitsForNothing) {
 TEST_F(FeedReaderTest, StopsWhileItWaitsForAFrame) {
     std::optional<FeedSource> source = FeedSource::open(folder.write("a.log", "1\n2\n"));
     ASSERT_TRUE(source);
-    FeedReader reader{std::move(*source), [] {}};
+    FeedReader reader{std::move(*source), [] {}, std::chrono::minutes{10}};
     reader.waitForNeedOrEnd();
 }
 

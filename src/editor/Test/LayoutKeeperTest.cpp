@@ -1,11 +1,15 @@
 #include "editor/LayoutKeeper.h"
 
 #include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <imgui.h>
 
+#include "QuillmereEditor/Tools/Log.h"
 #include "testing/TemporaryFolder.h"
 
 namespace QuillmereEngine { namespace {
@@ -88,6 +92,41 @@ TEST_F(LayoutKeeperTest, WithoutAFileNothingIsKept) {
     keeper.saveIfChanged();
     using Iterator = std::filesystem::directory_iterator;
     EXPECT_EQ(std::distance(Iterator{folder.path()}, Iterator{}), 1);
+}
+
+/* Logged lines from their level on */
+std::vector<std::string> linesOf(const std::function<void()>& run) {
+    std::vector<std::string> out;
+    setLogCallback(
+        [](const char* const line, void* const lines) {
+            static_cast<std::vector<std::string>*>(lines)->push_back(line + 25);
+        },
+        &out);
+    run();
+    setLogCallback(nullptr, nullptr);
+    return out;
+}
+
+TEST_F(LayoutKeeperTest, LayoutThatCanNotBeReadIsReportedAndLeftAlone) {
+    const std::string unreadable = folder.file("folder");
+    std::filesystem::create_directory(unreadable);
+    LayoutKeeper keeper{unreadable};
+    EXPECT_THAT(linesOf([&] {
+        frame(keeper, {600, 400});
+        ImGui::SetWindowPos("Panel", {7.0f, 8.0f});
+        frame(keeper, {600, 400});
+        keeper.saveIfChanged();
+    }),
+        ::testing::Contains("[warn] Can't read the layout " + unreadable + ": Is a directory"));
+    EXPECT_TRUE(std::filesystem::is_empty(unreadable));
+}
+
+TEST_F(LayoutKeeperTest, MissingLayoutIsNotWorthALine) {
+    LayoutKeeper keeper{folder.file("no/layout.ini")};
+    EXPECT_THAT(linesOf([&] {
+        frame(keeper, {600, 400});
+    }),
+        ::testing::Not(::testing::Contains(::testing::HasSubstr(folder.path()))));
 }
 
 }}

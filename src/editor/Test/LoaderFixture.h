@@ -16,6 +16,7 @@
 #include "editor/consoleLog.h"
 #include "host/EditorData.h"
 #include "host/QuillmereEditorApplication.h"
+#include "moduleConf.h"
 #include "testing/TemporaryFolder.h"
 
 namespace QuillmereEngine {
@@ -45,6 +46,12 @@ struct LoaderFixture: ::testing::Test {
             Fs::copy_file(from + "/" + file, folder.file(file + ".new"));
             Fs::rename(folder.file(file + ".new"), folder.file(file));
         }
+    }
+
+    /** @brief Let the `.conf` of an installed module claim something else */
+    void claim(const std::string& name, const std::string& key, const std::string& value) {
+        const std::string file = name + ".conf";
+        folder.write(file, withValue(Testing::readFile(folder.file(file)), key, value));
     }
 
     /** @brief Let the loader look until a change has settled */

@@ -15,6 +15,11 @@ struct ModuleLoaderTest: LoaderFixture {
     std::string line(const std::string& file, const std::string& problem) {
         return "[error] Module " + folder.file(file) + " can't be loaded: " + problem;
     }
+
+    std::string waiting(const std::string& problem) {
+        return "[warn] Module " + folder.file("Fixture.so") + " isn't loaded yet: " + problem +
+            "; it's tried again";
+    }
 };
 
 TEST_F(ModuleLoaderTest, EmptyFolderIsReported) {
@@ -102,18 +107,77 @@ TEST_F(ModuleLoaderTest, MessagesNameTheOriginalAndNotTheCopy) {
                 folder.file("MissingSymbol.so") + ": undefined symbol: pluginInstancer")));
 }
 
-TEST_F(ModuleLoaderTest, MissingMetadataIsReported) {
+/* Its constructor would throw: an instance isn't made */
+TEST_F(ModuleLoaderTest, ModuleOfAnotherLibraryIsNotOpened) {
+    install("ThrowingConstructor", "ThrowingConstructor");
+    claim("ThrowingConstructor", "library", "9.9.9");
+    ModuleLoader loader{folder.path(), host};
+    loader.loadAll(now);
+    EXPECT_THAT(loader.failedModules(), ElementsAre("ThrowingConstructor"));
+    EXPECT_THAT(lines(),
+        ElementsAre(line("ThrowingConstructor.so",
+            "it was built against library 9.9.9, but this is " QUILLMERE_VERSION)));
+}
+
+TEST_F(ModuleLoaderTest, ModuleWithOtherStructuresIsNotOpened) {
+    install("OtherImGui", "Fixture");
+    ModuleLoader loader{folder.path(), host};
+    loader.loadAll(now);
+    EXPECT_THAT(titles(loader), IsEmpty());
+    EXPECT_THAT(lines(),
+        ElementsAre(
+            line("Fixture.so", "it was built against an ImDrawIdx of size 4, but this is 2")));
+}
+
+TEST_F(ModuleLoaderTest, ModuleThatDoesNotSayHowItWasBuiltIsNotOpened) {
+    install("Panel1", "Fixture");
+    folder.write("Fixture.conf", "");
+    ModuleLoader loader{folder.path(), host};
+    loader.loadAll(now);
+    EXPECT_THAT(titles(loader), IsEmpty());
+    EXPECT_THAT(lines(),
+        ElementsAre(line("Fixture.so",
+            "its .conf has no group [build] that tells what it was built against, but this is "
+            "library " QUILLMERE_VERSION)));
+}
+
+TEST_F(ModuleLoaderTest, FileThatIsNoModuleHasTheDynamicLoadersMessage) {
+    const std::string text = "this is no module";
+    install("Panel1", "Fixture");
+    folder.write("Fixture.so", text);
+    folder.write("Fixture.conf",
+        fittingTo(text, Testing::readFile(QUILLMERE_FIXTURES "/Panel1/Fixture.conf")));
+    ModuleLoader loader{folder.path(), host};
+    loader.loadAll(now);
+    EXPECT_THAT(lines(),
+        ElementsAre(line("Fixture.so",
+            "PluginManager::Manager::load(): cannot load plugin Fixture from \"" +
+                folder.file("Fixture.so") + "\": " + folder.file("Fixture.so") +
+                ": file too short")));
+}
+
+TEST_F(ModuleLoaderTest, LoadedModulesAreListedWithTheirBuildType) {
+    install("Panel1", "Fixture");
+    install("NotAPanel", "NotAPanel");
+    claim("Fixture", "type", "Debug");
+    ModuleLoader loader{folder.path(), host};
+    loader.loadAll(now);
+    EXPECT_THAT(loader.loadedModules(), ElementsAre("Fixture (Debug build)"));
+    claim("Fixture", "type", "");
+    settle(loader);
+    EXPECT_THAT(loader.loadedModules(), ElementsAre("Fixture"));
+}
+
+/* What is incomplete at the start is said at once: a short run would never tell */
+TEST_F(ModuleLoaderTest, MissingMetadataIsReportedAndWaitedFor) {
     install("Panel1", "Fixture");
     std::filesystem::remove(folder.file("Fixture.conf"));
     ModuleLoader loader{folder.path(), host};
     loader.loadAll(now);
     EXPECT_THAT(titles(loader), IsEmpty());
-    ASSERT_EQ(lines().size(), 1u);
-    EXPECT_THAT(lines()[0],
-        ::testing::StartsWith(line("Fixture.so",
-            "PluginManager::Manager: " + folder.file("Fixture.conf") + " was not found")));
+    EXPECT_THAT(
+        lines(), ElementsAre(waiting("its .conf can't be read: No such file or directory")));
 
-    /* The missing file comes later */
     install("Panel1", "Fixture");
     EXPECT_TRUE(settle(loader));
     EXPECT_THAT(titles(loader), ElementsAre("Fixture 1"));
@@ -122,16 +186,47 @@ TEST_F(ModuleLoaderTest, MissingMetadataIsReported) {
 TEST_F(ModuleLoaderTest, HalfWrittenFileIsLoadedOnceItIsWhole) {
     install("Panel1", "Fixture");
     const std::string whole = Testing::readFile(folder.file("Fixture.so"));
-    folder.write("Fixture.so", whole.substr(0, whole.size() / 2));
+    folder.write("Fixture.so", whole.substr(0, 100));
     ModuleLoader loader{folder.path(), host};
     loader.loadAll(now);
     EXPECT_THAT(titles(loader), IsEmpty());
-    EXPECT_THAT(
-        lines(), ElementsAre(line("Fixture.so", "the file isn't whole, it's tried again later")));
+    EXPECT_THAT(lines(),
+        ElementsAre(
+            waiting("its file has 100 bytes, but its .conf says " + std::to_string(whole.size()))));
 
     folder.write("Fixture.so", whole);
     EXPECT_TRUE(settle(loader));
     EXPECT_THAT(titles(loader), ElementsAre("Fixture 1"));
+}
+
+TEST_F(ModuleLoaderTest, MetadataThatComesLateIsWaitedForInSilenceAtFirst) {
+    ModuleLoader loader{folder.path(), host};
+    loader.loadAll(now);
+    application.consoleLines.clear();
+    install("Panel1", "Fixture");
+    std::filesystem::remove(folder.file("Fixture.conf"));
+    settle(loader);
+    EXPECT_THAT(lines(), IsEmpty());
+    install("Panel1", "Fixture");
+    EXPECT_TRUE(settle(loader));
+    EXPECT_THAT(
+        lines(), ElementsAre("[info] Module Fixture (" QUILLMERE_BUILD_TYPE " build) was loaded"));
+}
+
+TEST_F(ModuleLoaderTest, HashThatNeverFitsIsReportedOnceAndNeverOpened) {
+    ModuleLoader loader{folder.path(), host};
+    loader.loadAll(now);
+    application.consoleLines.clear();
+    install("Panel1", "Fixture");
+    claim("Fixture", "sha256", std::string(64, '0'));
+    const auto start = now;
+    while(now < start + std::chrono::minutes{1}) {
+        EXPECT_FALSE(loader.poll(now += ModuleLoader::PollInterval));
+        if(now < start + ModuleLoader::WaitReportTime) {
+            ASSERT_THAT(lines(), IsEmpty());
+        }
+    }
+    EXPECT_THAT(lines(), ElementsAre(waiting("its file has another SHA-256 than its .conf says")));
 }
 
 TEST_F(ModuleLoaderTest, NewModuleIsLoadedWhileItRuns) {

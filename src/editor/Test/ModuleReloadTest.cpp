@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include "LoaderFixture.h"
+#include "testing/HeadlessFrameDrawing.h"
 #include "testing/sanitizer.h"
 
 namespace QuillmereEngine { namespace {
@@ -50,6 +51,9 @@ std::size_t openFileCount() {
 /* Of 90 reloads, each of which leaves nothing with glibc 2.36; other ones may keep some notes */
 constexpr std::size_t AllowedHeapGrowth = 4096;
 
+constexpr const char* ReloadLine = "[info] Module Fixture (" QUILLMERE_BUILD_TYPE
+                                   " build) was reloaded";
+
 struct ModuleReloadTest: LoaderFixture {
     ModuleReloadTest() {
         install("Panel1", "Fixture");
@@ -64,7 +68,7 @@ TEST_F(ModuleReloadTest, RenamedFileTakesOver) {
     install("Panel2", "Fixture");
     EXPECT_TRUE(settle(loader));
     EXPECT_THAT(titles(loader), ElementsAre("Fixture 2"));
-    EXPECT_THAT(lines(), ElementsAre("[info] Module Fixture was reloaded"));
+    EXPECT_THAT(lines(), ElementsAre(ReloadLine));
 }
 
 TEST_F(ModuleReloadTest, HostPointersAreKept) {
@@ -86,33 +90,64 @@ TEST_F(ModuleReloadTest, OldFileIsUnmapped) {
     EXPECT_NE(*before.begin(), *after.begin());
 }
 
+/* As a linker does it that truncates the file and writes it piece by piece, with pauses so long that
+   the file seems to be left alone */
 TEST_F(ModuleReloadTest, FileThatIsWrittenSlowlyInPlaceHarmsNothing) {
     const std::string next = Testing::readFile(QUILLMERE_FIXTURES "/Panel2/Fixture.so");
     const std::size_t piece = next.size() / 10 + 1;
     std::ofstream out{folder.file("Fixture.so"), std::ios::binary};
     for(std::size_t i = 0; i < next.size(); i += piece) {
         out.write(next.data() + i, std::streamsize(std::min(piece, next.size() - i))).flush();
-        /* The writer pauses so long that the file seems to be left alone */
-        if(i + piece < next.size()) {
-            settle(loader);
-            loader.poll(now += ModuleWatch::RetryTime);
-            ASSERT_THAT(titles(loader), ElementsAre("Fixture 1")) << i;
-            loader.panels()[0]->update();
-        }
+        settle(loader);
+        loader.poll(now += ModuleWatch::RetryTime);
+        ASSERT_THAT(titles(loader), ElementsAre("Fixture 1")) << i;
+        loader.panels()[0]->update();
     }
     out.close();
+    EXPECT_FALSE(settle(loader));
+    /* The file is whole, but nobody has said so yet */
+    ASSERT_THAT(titles(loader), ElementsAre("Fixture 1"));
+    folder.write("Fixture.conf", Testing::readFile(QUILLMERE_FIXTURES "/Panel2/Fixture.conf"));
     EXPECT_TRUE(settle(loader));
     EXPECT_THAT(titles(loader), ElementsAre("Fixture 2"));
     EXPECT_THAT(lines(),
-        ElementsAre("[error] Module " + folder.file("Fixture.so") +
-                " can't be loaded: the file isn't whole, it's tried again later",
-            "[info] Module Fixture was reloaded"));
+        ElementsAre(::testing::MatchesRegex("\\[warn\\] Module .*Fixture.so isn't loaded yet: its "
+                                            "file has [0-9]+ bytes, but its .conf says [0-9]+; "
+                                            "it's tried again"),
+            ReloadLine));
+}
+
+TEST_F(ModuleReloadTest, FileWithoutItsMetadataLeavesTheOldOneOpen) {
+    const std::string conf = Testing::readFile(folder.file("Fixture.conf"));
+    install("Panel2", "Fixture");
+    folder.write("Fixture.conf", conf);
+    EXPECT_FALSE(settle(loader));
+    EXPECT_FALSE(loader.poll(now += std::chrono::hours{1}));
+    EXPECT_THAT(titles(loader), ElementsAre("Fixture 1"));
+    EXPECT_THAT(lines(), SizeIs(1));
+
+    folder.write("Fixture.conf", Testing::readFile(QUILLMERE_FIXTURES "/Panel2/Fixture.conf"));
+    EXPECT_TRUE(settle(loader));
+    EXPECT_THAT(titles(loader), ElementsAre("Fixture 2"));
+}
+
+TEST_F(ModuleReloadTest, ModuleThatDoesNotFitClosesThePanelAndItsStateIsKept) {
+    claim("Fixture", "library", "9.9.9");
+    EXPECT_TRUE(settle(loader));
+    EXPECT_THAT(titles(loader), IsEmpty());
+    EXPECT_THAT(mappedCopies(), IsEmpty());
+
+    install("Panel2", "Fixture");
+    EXPECT_TRUE(settle(loader));
+    ASSERT_THAT(titles(loader), ElementsAre("Fixture 2"));
+    EXPECT_EQ(&loader.panels()[0]->editor(), application.editor.get());
 }
 
 TEST_F(ModuleReloadTest, FileThatDoesNotLoadKeepsThePanelClosedAndItsState) {
     namespace Fs = std::filesystem;
-    Fs::copy_file(QUILLMERE_FIXTURES "/WrongVersion/WrongVersion.so", folder.file("Fixture.so"),
-        Fs::copy_options::overwrite_existing);
+    for(const char* const suffix: {".so", ".conf"})
+        Fs::copy_file(std::string{QUILLMERE_FIXTURES "/WrongVersion/WrongVersion"} + suffix,
+            folder.file(std::string{"Fixture"} + suffix), Fs::copy_options::overwrite_existing);
     EXPECT_TRUE(settle(loader));
     EXPECT_THAT(titles(loader), IsEmpty());
     EXPECT_THAT(loader.failedModules(), ElementsAre("Fixture"));
@@ -134,6 +169,67 @@ TEST_F(ModuleReloadTest, LogReachesTheConsoleAfterAPanelLetGo) {
     settle(loader);
     log(LogLevel::Info, "still here");
     EXPECT_THAT(lines(), Contains("[info] still here"));
+}
+
+/* Draws the panels that are open, of which the console needs a server */
+struct ModuleDrawingTest: LoaderFixture {
+    ModuleDrawingTest() {
+        application.editor->serverSource = Corrade::Containers::pointer<NoServer>();
+        application.editor->javaScriptLines = Corrade::Containers::pointer<StringArray>();
+        ImGuiIO& io = ImGui::GetIO();
+        io.IniFilename = nullptr;
+        io.DisplaySize = {1920.0f, 360.0f};
+        io.DeltaTime = 1.0f / 60.0f;
+        unsigned char* pixels;
+        int width, height;
+        io.Fonts->GetTexDataAsRGBA32(&pixels, &width, &height);
+    }
+
+    struct NoServer: ServerSource {
+        StringArrayView& serverLines() override { return lines; }
+        StringArray lines;
+    };
+
+    void drawFrame() {
+        ImGui::NewFrame();
+        ImGui::SetWindowSize("Console", {1900.0f, 300.0f});
+        for(EditorView* const panel: loader.panels()) {
+            panel->update();
+            panel->draw();
+        }
+        ImGui::Render();
+    }
+
+    /* A line takes a frame to be measured and one to be scrolled to. Spaces draw nothing. */
+    bool isShown(const char* const text) {
+        for(int i = 0; i != 3; ++i)
+            drawFrame();
+        return bool(Testing::placeOfText(text));
+    }
+
+    ModuleLoader loader{folder.path(), host};
+};
+
+/* The console's panel, the real one, shows what's said of another module meanwhile */
+TEST_F(ModuleDrawingTest, ConsoleShowsLinesWhileAnotherModuleIsReloadedInVain) {
+    installFrom(QUILLMERE_MODULES, "ConsoleView");
+    install("Panel1", "Fixture");
+    loader.loadAll(now);
+    ASSERT_THAT(titles(loader), ElementsAre("Console", "Fixture 1"));
+    log(LogLevel::Info, "before");
+    EXPECT_TRUE(isShown("before"));
+
+    install("OtherImGui", "Fixture");
+    EXPECT_TRUE(settle(loader));
+    EXPECT_THAT(titles(loader), ElementsAre("Console"));
+    EXPECT_TRUE(isShown("anImDrawIdxofsize4,butthisis2"));
+    log(LogLevel::Info, "afterwards");
+    EXPECT_TRUE(isShown("afterwards"));
+
+    install("Panel2", "Fixture");
+    EXPECT_TRUE(settle(loader));
+    EXPECT_THAT(titles(loader), ElementsAre("Console", "Fixture 2"));
+    EXPECT_TRUE(isShown("build)wasloaded"));
 }
 
 /* Logs numbered lines and notes which of them were certainly logged outside of any reload */
@@ -210,33 +306,10 @@ std::string repeatedReloadName(const ::testing::TestParamInfo<RepeatedReload>& r
     return reload.param.name;
 }
 
-struct RepeatedReloadTest: LoaderFixture, ::testing::WithParamInterface<RepeatedReload> {
+struct RepeatedReloadTest: ModuleDrawingTest, ::testing::WithParamInterface<RepeatedReload> {
     RepeatedReloadTest() {
-        application.editor->serverSource = Corrade::Containers::pointer<NoServer>();
-        application.editor->javaScriptLines = Corrade::Containers::pointer<StringArray>();
-        ImGuiIO& io = ImGui::GetIO();
-        io.IniFilename = nullptr;
-        io.DisplaySize = {640.0f, 360.0f};
-        io.DeltaTime = 1.0f / 60.0f;
-        unsigned char* pixels;
-        int width, height;
-        io.Fonts->GetTexDataAsRGBA32(&pixels, &width, &height);
         installFrom(GetParam().folders[1], GetParam().module);
         loader.loadAll(now);
-    }
-
-    struct NoServer: ServerSource {
-        StringArrayView& serverLines() override { return lines; }
-        StringArray lines;
-    };
-
-    void drawFrame() {
-        ImGui::NewFrame();
-        for(EditorView* const panel: loader.panels()) {
-            panel->update();
-            panel->draw();
-        }
-        ImGui::Render();
     }
 
     void reload(const int i) {
@@ -246,8 +319,6 @@ struct RepeatedReloadTest: LoaderFixture, ::testing::WithParamInterface<Repeated
         ASSERT_THAT(titles(loader), ElementsAre(GetParam().titles[build])) << i;
         ASSERT_THAT(mappedCopies(), SizeIs(1)) << i;
     }
-
-    ModuleLoader loader{folder.path(), host};
 };
 
 TEST_P(RepeatedReloadTest, HundredReloadsLeaveNothingBehind) {

@@ -24,6 +24,11 @@ TEST(StatusBarTest, PipeHasNoEnd) {
         feedText({"standard input", 1'234'567, 0, false}), "Following standard input: 1.2 MB");
 }
 
+TEST(StatusBarTest, NamesOpenModulesInLines) {
+    EXPECT_EQ(loadedModulesText({}), "No modules");
+    EXPECT_EQ(loadedModulesText({"A (Debug build)", "B"}), "Modules:\nA (Debug build)\nB");
+}
+
 TEST(StatusBarTest, NamesModulesThatFailed) {
     EXPECT_EQ(failedModulesText({}), "");
     EXPECT_EQ(failedModulesText({"A"}), "Not loaded: A");

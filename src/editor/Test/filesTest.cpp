@@ -1,10 +1,10 @@
 #include "editor/files.h"
 
-#include <cstdlib>
 #include <filesystem>
 
 #include <gtest/gtest.h>
 
+#include "EnvironmentVariable.h"
 #include "testing/TemporaryFolder.h"
 
 namespace QuillmereEngine { namespace {
@@ -47,26 +47,26 @@ TEST(FilesTest, SaysWhyAFileIsNotWritten) {
 }
 
 struct UserDataTest: ::testing::Test {
-    UserDataTest() { setenv("HOME", "/home/someone", 1); }
-    ~UserDataTest() override { unsetenv("XDG_DATA_HOME"); }
+    EnvironmentVariable home{"HOME", "/home/someone"}, dataHome{"XDG_DATA_HOME"};
 };
 
 TEST_F(UserDataTest, LiesInTheDataFolder) {
-    setenv("XDG_DATA_HOME", "/data", 1);
+    dataHome.set("/data");
     EXPECT_EQ(userDataFolder(), "/data/QuillmereEngine");
 }
 
 TEST_F(UserDataTest, UnsetEmptyAndRelativeFoldersCountAsTheDefault) {
     for(const char* const folder: {"", "data", "./data"}) {
-        setenv("XDG_DATA_HOME", folder, 1);
+        dataHome.set(folder);
         EXPECT_EQ(userDataFolder(), "/home/someone/.local/share/QuillmereEngine") << folder;
     }
-    unsetenv("XDG_DATA_HOME");
+    dataHome.unset();
     EXPECT_EQ(userDataFolder(), "/home/someone/.local/share/QuillmereEngine");
 }
 
 TEST_F(UserDataTest, IsNowhereWithoutAHome) {
-    unsetenv("HOME");
+    home.unset();
+    dataHome.unset();
     EXPECT_EQ(userDataFolder(), "");
 }
 

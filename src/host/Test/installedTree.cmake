@@ -1,4 +1,5 @@
-# Installs the build into a folder that is then moved, and runs the editor from there:
+# Installs the build into a folder that is then moved, and runs the editor from there. The folder
+# stays for the tests that build against it:
 # cmake -D BUILD=... -D BINDIR=... -P installedTree.cmake
 set(first ${BUILD}/installed-tree-first)
 set(tree ${BUILD}/installed-tree)
@@ -23,4 +24,16 @@ execute_process(COMMAND ${editor} --headless --feed ${tree}/feed.txt
 if(NOT output MATCHES "Initializing View: ConsoleView")
   message(FATAL_ERROR "The installed editor doesn't find its modules:\n${output}${errors}")
 endif()
-file(REMOVE_RECURSE ${tree})
+# The installation changes a module's run path, and with it the file that its .conf has to fit
+if(errors MATCHES "loaded")
+  message(FATAL_ERROR "The installed editor doesn't load all of its modules:\n${errors}")
+endif()
+
+# What names a folder of this machine would break the package when it's moved
+file(GLOB_RECURSE packageFiles ${tree}/*.cmake ${tree}/*.conf)
+foreach(file IN LISTS packageFiles)
+  file(STRINGS ${file} lines REGEX "${BUILD}")
+  if(lines)
+    message(FATAL_ERROR "${file} names the build folder:\n${lines}")
+  endif()
+endforeach()
