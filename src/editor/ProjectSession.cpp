@@ -8,6 +8,7 @@
 #include "QuillmereEditor/ChangeManager.h"
 #include "QuillmereEditor/Tools/Log.h"
 #include "QuillmereEditor/Tools/System.h"
+#include "editor/Journal.h"
 #include "host/ProjectFile.h"
 
 using namespace Corrade;
@@ -94,12 +95,18 @@ bool ProjectSession::save() {
         : _file;
     if(file.empty())
         return false;
-    if(!_project.save(file)) {
+    const auto announce = [&](const Containers::StringView text) {
+        if(_journal)
+            _journal->aboutToSave(file, {text.data(), text.size()});
+    };
+    if(!_project.save(file, announce)) {
         log(LogLevel::Error, ("Can't save " + file).c_str());
         return false;
     }
     log(LogLevel::Info, ("Saved " + file).c_str());
     _file = file;
+    if(_journal)
+        _journal->saved();
     _changes.markSave();
     _savedCount = _changes.appliedCount();
     _isChanged = _isSavedEntryMerged = false;

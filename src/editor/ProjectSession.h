@@ -8,6 +8,7 @@ namespace QuillmereEngine {
 
 struct Change;
 class ChangeManager;
+class Journal;
 class ProjectFile;
 
 /**
@@ -28,6 +29,13 @@ public:
 
     ProjectSession(const ProjectSession&) = delete;
     ProjectSession& operator=(const ProjectSession&) = delete;
+
+    /** @brief Let a journal know of saves. It has to outlive the session or the next call. Null, as at
+        first, for none. */
+    void setJournal(Journal* journal) { _journal = journal; }
+
+    /** @brief Let the document count as changed until it's saved, whatever is undone */
+    void setChanged() { _isChanged = _isSavedEntryMerged = true; }
 
     /** @brief Begin the history anew, with what's in the document as what was saved */
     void restart();
@@ -71,6 +79,7 @@ private:
 
     ProjectFile& _project;
     ChangeManager& _changes;
+    Journal* _journal = nullptr;
     std::string _file;
     /* How many changes were applied, and the path of the newest, when last looked at */
     std::size_t _appliedCount = 0;
