@@ -26,6 +26,9 @@ public:
     ChangeObserver& operator=(const ChangeObserver&) = delete;
     virtual ~ChangeObserver();
 
+    /** @brief Whether it observes a manager, which it doesn't any more when that has gone */
+    bool isObserving() const { return _manager; }
+
     /**
     @brief A value was written, before any handler hears of it
     @param path         JSON pointer, without a NUL in it

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <mutex>
+#include <utility>
 
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Debug.h>
@@ -96,6 +97,12 @@ Editor& EditorView::editor() {
 Ui& EditorView::ui() {
     CORRADE_ASSERT(_application, "EditorView::ui(): the view isn't initialized", *_application->ui);
     return *_application->ui;
+}
+
+void EditorView::addChangeHandler(
+    const Containers::StringView key, ViewChangeHandlers::Function function) {
+    CORRADE_ASSERT(_application, "EditorView::addChangeHandler(): the view isn't initialized", );
+    _application->addChangeHandler(*this, key, std::move(function));
 }
 
 }

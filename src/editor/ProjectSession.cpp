@@ -57,6 +57,7 @@ void ProjectSession::restart() {
         },
         this);
     _changes.markSave();
+    _isAlwaysChanged = false;
     _savedCount = 0;
     _isChanged = _isSavedEntryMerged = false;
     remember();
@@ -82,7 +83,7 @@ void ProjectSession::remember() {
 }
 
 bool ProjectSession::hasUnsavedChanges() const {
-    if(_changes.hasUnsavedChanges())
+    if(_isAlwaysChanged || _changes.hasUnsavedChanges())
         return true;
     /* The history's mark doesn't move when an entry is merged into, and one on an entry that was
        discarded is taken for the state before the first change */
@@ -108,6 +109,7 @@ bool ProjectSession::save() {
     if(_journal)
         _journal->saved();
     _changes.markSave();
+    _isAlwaysChanged = false;
     _savedCount = _changes.appliedCount();
     _isChanged = _isSavedEntryMerged = false;
     return true;

@@ -35,7 +35,7 @@ public:
     void setJournal(Journal* journal) { _journal = journal; }
 
     /** @brief Let the document count as changed until it's saved, whatever is undone */
-    void setChanged() { _isChanged = _isSavedEntryMerged = true; }
+    void setChanged() { _isAlwaysChanged = true; }
 
     /** @brief Begin the history anew, with what's in the document as what was saved */
     void restart();
@@ -87,6 +87,7 @@ private:
     std::size_t _savedCount = 0;
     bool _isChanged = false;
     bool _isSavedEntryMerged = false;
+    bool _isAlwaysChanged = false;
     bool _isStepping = false;
 };
 
