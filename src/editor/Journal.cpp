@@ -52,6 +52,7 @@ bool Journal::start(const std::string& path, const std::optional<FileIdentity>& 
 
 void Journal::resume(Earlier earlier) {
     _path = std::move(earlier.path);
+    _base = earlier.base;
     _saved = earlier.saved;
     _chain = earlier.chain;
     _isStarted = _isOpen = true;

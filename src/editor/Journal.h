@@ -78,6 +78,8 @@ public:
         std::unique_ptr<JournalFile> file;
         std::uint64_t size;
         JournalChain chain;
+        /* Of the file that the document was loaded from, nothing if it was a new project */
+        std::optional<FileIdentity> base;
         /* Of the saved document as @ref RapidJsonUtils::toPrettyJson() writes it */
         FileIdentity saved;
     };

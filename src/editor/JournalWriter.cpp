@@ -87,8 +87,8 @@ void JournalWriter::carryOut(Order& order) {
         _changes = order.changes;
         return;
     }
-    if(order.kind == Order::Kind::Remove && _file)
-        _file->remove();
+    if(order.kind == Order::Kind::Remove)
+        removeFile();
     _file = nullptr;
     _name = std::move(order.name);
     _opener = std::move(order.opener);
@@ -96,6 +96,15 @@ void JournalWriter::carryOut(Order& order) {
     _unsynced.clear();
     _hasFailed = false;
     setRetry(Clock::time_point::max());
+}
+
+/* One that an earlier editor left is on the disk without having been opened for this one */
+void JournalWriter::removeFile() {
+    std::string problem;
+    if(!_file && _opener && _syncedSize != 0)
+        _file = _opener(problem);
+    if(_file)
+        _file->remove();
 }
 
 void JournalWriter::writeAndSync(const Clock::time_point now) {

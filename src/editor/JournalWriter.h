@@ -104,6 +104,7 @@ private:
     void order(Order order, Clock::time_point due);
     void carryOutAll(Clock::time_point now, Haste haste);
     void carryOut(Order& order);
+    void removeFile();
     void writeAndSync(Clock::time_point now);
     bool tryToWrite(std::string& problem);
     Clock::time_point retryDue() const;

@@ -33,12 +33,13 @@ std::string countText(const std::size_t count) {
 }
 
 ProjectJournal::ProjectJournal(ProjectFile& project, ChangeManager& changes,
-    ProjectSession& session, const std::optional<FileIdentity>& loaded):
+    ProjectSession& session, const std::optional<FileIdentity>& loaded,
+    const JournalWriter::Clock::duration syncDelay):
     _project(project),
     _changes(changes),
     _session(session),
     _loaded{loaded},
-    _writer{reportEvent},
+    _writer{reportEvent, syncDelay},
     _journal{project, changes, _writer},
     _thread{_writer} {
     _session.setJournal(&_journal);
@@ -152,7 +153,8 @@ void ProjectJournal::recover() {
 }
 
 void ProjectJournal::resume(const FileIdentity& saved) {
-    Journal::Earlier earlier{_found->path(), nullptr, _found->wholeSize(), _found->chain(), saved};
+    Journal::Earlier earlier{
+        _found->path(), nullptr, _found->wholeSize(), _found->chain(), _loaded, saved};
     if(_found->release(earlier.file))
         _journal.resume(std::move(earlier));
     _found.reset();

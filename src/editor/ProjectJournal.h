@@ -31,6 +31,7 @@ public:
     @param changes  Its history, still empty
     @param session  Gets the journal
     @param loaded   Identity of the session's file, nothing for a new project
+    @param syncDelay    From a change to the sync, see @ref JournalWriter::SyncDelay
 
     An earlier journal with changes that the file hasn't is asked about, and no other one is begun
     before that is answered. One that isn't of use any more is deleted; one that continues another
@@ -38,7 +39,8 @@ public:
     stays where it is, and then, as while another editor writes it, this one's changes aren't kept.
     */
     explicit ProjectJournal(ProjectFile& project, ChangeManager& changes, ProjectSession& session,
-        const std::optional<FileIdentity>& loaded);
+        const std::optional<FileIdentity>& loaded,
+        JournalWriter::Clock::duration syncDelay = JournalWriter::SyncDelay);
 
     ProjectJournal(const ProjectJournal&) = delete;
     ProjectJournal& operator=(const ProjectJournal&) = delete;
@@ -60,6 +62,8 @@ public:
 
     /** @brief The user leaves and doesn't want the changes any more */
     void discard();
+
+    const JournalWriter& writer() const { return _writer; }
 
 private:
     void look();
