@@ -34,32 +34,59 @@ private:
     std::size_t _count = 0;
 };
 
-/* Creating an element in something that's neither an array nor an object ends the program. It can't
-   come from what was written into this document, but from bytes that somebody made up. */
-bool isRefused(const ProjectFile& project, const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    if(slash == std::string::npos)
-        return false;
-    const rapidjson::Value* const parent = rapidjson::Pointer{path.c_str(), slash}.Get(
-        *project.document);
-    return parent && !parent->IsArray() && !parent->IsObject();
+const rapidjson::Value* valueAt(
+    const ProjectFile& project, const std::string& path, const std::size_t size) {
+    const rapidjson::Pointer pointer{path.c_str(), size};
+    return pointer.IsValid() ? pointer.Get(*project.document) : nullptr;
 }
 
-/* Where the history would record the same writing it's made through that, so that it can be undone.
-   It wouldn't after a merge into an entry that made an array's element: that inserts another one. */
+/* Whether the history takes the last component for the index of an element */
+bool isElement(const std::string& path, const std::size_t slash) {
+    const std::size_t begin = slash + (path.compare(slash, 2, "/-") == 0 ? 2 : 1);
+    return begin != path.size() && path.find_first_not_of("0123456789", begin) == std::string::npos;
+}
+
+/* What becomes of a value that is written as a new one */
+enum class Creation {
+    Set,    /* It takes the place of what's there */
+    Insert, /* It's inserted, also where something is */
+    Refused /* There can't be elements, and the history ends the program when it's asked for one */
+};
+
+/* The last can't come from what was written into this document, but from bytes that somebody made
+   up */
+Creation creationAt(const ProjectFile& project, const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if(slash == std::string::npos || !isElement(path, slash))
+        return Creation::Set;
+    const rapidjson::Value* const parent = valueAt(project, path, slash);
+    if(!parent || parent->IsObject())
+        return Creation::Set;
+    return parent->IsArray() ? Creation::Insert : Creation::Refused;
+}
+
+/* Whether the history would write the same if it was asked to record the change. Not so after a merge
+   into an entry that made an element: that inserts another one. */
+bool isRecordable(
+    const JournalRecord& record, const Creation creation, const rapidjson::Value* const present) {
+    if(!record.newValue || record.hasOldValue == bool(present))
+        return true;
+    return present && creation == Creation::Set;
+}
+
 bool applyChange(ProjectFile& project, ChangeManager& changes, const JournalRecord& record,
     FoundJournal::Applied& applied) {
     const std::string path{record.path};
-    const rapidjson::Pointer pointer{path.c_str(), path.size()};
-    const bool exists = pointer.IsValid() && pointer.Get(*project.document);
-    if(!record.hasOldValue && record.newValue && isRefused(project, path))
+    const Creation creation = creationAt(project, path);
+    const rapidjson::Value* const present = valueAt(project, path, path.size());
+    if(creation == Creation::Refused && !record.hasOldValue && record.newValue)
         return false;
 
     const Witness witness{changes};
     Change change;
     change.path = Containers::Array<char>{NoInit, path.size() + 1};
     std::copy_n(path.c_str(), path.size() + 1, change.path.begin());
-    if(exists == record.hasOldValue || !record.newValue) {
+    if(isRecordable(record, creation, present)) {
         changes.pushChange(std::move(change.path), record.newValue, false);
     } else {
         applied.isUndoable = false;
