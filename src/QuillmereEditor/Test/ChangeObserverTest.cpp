@@ -74,7 +74,7 @@ TEST_F(ChangeObserverTest, HearsOfAChangeBeforeTheHandlersDo) {
 
 TEST_F(ChangeObserverTest, HearsOfNothingThatIsRefused) {
     const std::string error = errorsOf([this] { push("no pointer", "1"); });
-    EXPECT_EQ(error, "ChangeManager::pushChange(): no pointer is not a JSON pointer");
+    EXPECT_EQ(error, "ChangeManager::pushChange(): no pointer is not a JSON pointer\n");
     EXPECT_THAT(written, IsEmpty());
 }
 
