@@ -75,7 +75,7 @@ rapidjson::Value RandomEdits::value(const int depth) {
         case 0:
             return rapidjson::Value{below(2) == 0};
         case 1:
-            return rapidjson::Value{std::int64_t(_random()) * (below(2) ? 1 : -5000000000)};
+            return rapidjson::Value{std::int64_t(_random()) * (below(2) ? 1 : -2000000000)};
         case 2:
             return rapidjson::Value{~std::uint64_t(_random())};
         case 3: {
