@@ -8,6 +8,7 @@
 #include <Corrade/Containers/GrowableArray.h>
 #include <Corrade/Utility/Assert.h>
 
+#include "QuillmereEditor/ChangeObserver.h"
 #include "QuillmereEditor/changeLocation.h"
 #include "QuillmereEditor/changeNotification.h"
 #include "QuillmereEditor/changePath.h"
@@ -49,6 +50,11 @@ ChangeManager::ChangeManager() { arrayReserve(_changes, ReservedChanges); }
 
 ChangeManager::ChangeManager(ProjectFile& project): ChangeManager{} { _project = &project; }
 
+ChangeManager::~ChangeManager() {
+    for(ChangeObserver* const observer: _observers)
+        observer->_manager = nullptr;
+}
+
 void ChangeManager::reset(ProjectFile& project) {
     interrupt();
     _project = &project;
@@ -60,6 +66,8 @@ void ChangeManager::reset(ProjectFile& project) {
         if(_notification)
             _notification->retire(std::move(handler));
     });
+    for(ChangeObserver* const observer: _observers)
+        observer->historyReset();
 }
 
 rapidjson::MemoryPoolAllocator<>& ChangeManager::allocator() { return project().allocator(); }
@@ -191,6 +199,8 @@ ChangeManager::Step ChangeManager::stepOf(const Change& change) {
    which ends the undoing and redoing of a group. */
 bool ChangeManager::apply(const ChangeLocation& location, const Step& step, int* const undone) {
     writeChange(project(), location, step.oldValue, step.newValue);
+    for(ChangeObserver* const observer: _observers)
+        observer->changeWritten(location.path(), step.oldValue, step.newValue);
 
     Notification notification{_notification, undone};
     if(_group < 0)
@@ -309,6 +319,20 @@ void ChangeManager::addChangeHandler(const char* const path,
     addChangeHandler(path,
         Containers::Pointer<ChangeHandler>{
             new FunctionChangeHandler{std::move(function), userData}});
+}
+
+void ChangeManager::addObserver(ChangeObserver& observer) {
+    CORRADE_ASSERT(!observer._manager,
+        "ChangeManager::addObserver(): the observer observes a manager already", );
+    _observers.push_back(&observer);
+    observer._manager = this;
+}
+
+void ChangeManager::removeObserver(ChangeObserver& observer) {
+    CORRADE_ASSERT(observer._manager == this,
+        "ChangeManager::removeObserver(): the observer doesn't observe this manager", );
+    _observers.erase(std::find(_observers.begin(), _observers.end(), &observer));
+    observer._manager = nullptr;
 }
 
 }

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/ArrayView.h>
@@ -17,6 +18,7 @@
 namespace QuillmereEngine {
 
 class ChangeLocation;
+class ChangeObserver;
 class ProjectFile;
 
 /**
@@ -82,12 +84,13 @@ public:
 
     ChangeManager(const ChangeManager&) = delete;
     ChangeManager& operator=(const ChangeManager&) = delete;
+    ~ChangeManager();
 
     /**
     @brief Start over with another project
     @param project  Kept, see @ref ChangeManager(ProjectFile&)
 
-    History and handlers go. The save mark stays, so that @ref hasUnsavedChanges() is true unless
+    History and handlers go, observers stay. The save mark stays, so that @ref hasUnsavedChanges() is true unless
     there was none, and so does an open group and the count of groups.
     */
     void reset(ProjectFile& project);
@@ -279,6 +282,13 @@ public:
             function,
         void* userData);
 
+    /** @brief Let an observer hear of all that's written from now on. Expects that it observes no
+        manager. */
+    void addObserver(ChangeObserver& observer);
+
+    /** @brief Let an observer hear of nothing any more. Expects that it observes this manager. */
+    void removeObserver(ChangeObserver& observer);
+
 private:
     struct Step;
     class Notification;
@@ -312,6 +322,8 @@ private:
     ProjectFile* _project = nullptr;
     Corrade::Containers::Array<Change> _changes;
     StaticMap<Corrade::Containers::Pointer<ChangeHandler>> _handlers;
+    /* In the order in which they came */
+    std::vector<ChangeObserver*> _observers;
 };
 
 }

@@ -1,6 +1,7 @@
 #include "QuillmereEditor/EditorView.h"
 
 #include <cstring>
+#include <utility>
 
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Debug.h>
@@ -84,6 +85,12 @@ Editor& EditorView::editor() {
 Ui& EditorView::ui() {
     CORRADE_ASSERT(_application, "EditorView::ui(): the view isn't initialized", *_application->ui);
     return *_application->ui;
+}
+
+void EditorView::addChangeHandler(
+    const Containers::StringView key, ViewChangeHandlers::Function function) {
+    CORRADE_ASSERT(_application, "EditorView::addChangeHandler(): the view isn't initialized", );
+    _application->addChangeHandler(*this, key, std::move(function));
 }
 
 }

@@ -2,6 +2,7 @@
 #define Quillmere_QuillmereEditor_EditorView_h
 
 #include "host/AbstractModule.h"
+#include "host/ViewChangeHandlers.h"
 
 struct ImGuiContext;
 
@@ -106,6 +107,11 @@ public:
     Ui& ui();
 
 protected:
+    /** @brief Hear of changes until the panel is closed, see
+        @ref QuillmereEditorApplication::addChangeHandler(). Expects that it's initialized. */
+    void addChangeHandler(
+        Corrade::Containers::StringView key, ViewChangeHandlers::Function function);
+
     /** @brief What the panels share, null until @ref init() or @ref load() */
     EditorData* _editorData = nullptr;
 

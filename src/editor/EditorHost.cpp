@@ -80,6 +80,7 @@ EditorHost::EditorHost(BackEnd& backEnd, HostOptions options):
     ui->changeManager = changeManager.get();
     _session = std::make_unique<ProjectSession>(*project, *changeManager, _options.projectFile);
     ensureLogCallback(*this);
+    openJournal();
     updateFonts();
     updateTitle();
 
@@ -93,6 +94,15 @@ EditorHost::~EditorHost() {
     _feed = nullptr;
     _modules = nullptr;
     setLogCallback(nullptr, nullptr);
+}
+
+/* Before any module, which may change the project */
+void EditorHost::openJournal() {
+    if(_backEnd.isHeadless())
+        reportIdleJournal(_session->file());
+    else
+        _journal = std::make_unique<ProjectJournal>(
+            *project, *changeManager, *_session, _options.projectIdentity);
 }
 
 void EditorHost::startFeed(FeedSource source) {
@@ -124,6 +134,9 @@ bool EditorHost::run() {
             drawFrame(Count::Yes);
     }
     _layout.saveIfChanged();
+    /* There is nothing unsaved, or the user doesn't want it */
+    if(_isClosed && _journal)
+        _journal->discard();
     return _options.screenshot.empty() || writePng(_options.screenshot, _backEnd.capture());
 }
 
@@ -190,6 +203,10 @@ bool EditorHost::hasUserClosed() {
         _gate.request();
     }
     return false;
+}
+
+bool EditorHost::isAsking() const {
+    return _quitQuestion.isAsked() || (_journal && _journal->isAsking());
 }
 
 void EditorHost::answerQuitQuestion() {
@@ -280,9 +297,13 @@ void EditorHost::drawContent() {
     if(panels.empty())
         drawEmptyArea(area);
     _pickLimit.frameDrawn(*ui);
+    if(_journal)
+        _journal->drawQuestion();
     answerQuitQuestion();
     drawStatus();
     updateTitle();
+    if(_journal)
+        _journal->frameDrawn();
 }
 
 void EditorHost::drawStatus() {
@@ -328,7 +349,7 @@ bool EditorHost::deliverToPanels(PanelEvent event) {
 
 /* While something is edited the keys are the field's, which has an undo of its own */
 void EditorHost::handleKey(const KeyEvent& event) {
-    if(ImGui::IsAnyItemActive() || _quitQuestion.isAsked())
+    if(ImGui::IsAnyItemActive() || isAsking())
         return;
     const ShortcutKey key = ImGui::GetIO().ConfigMacOSXBehaviors ? ShortcutKey::Super
                                                                  : ShortcutKey::Ctrl;

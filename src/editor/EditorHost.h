@@ -13,6 +13,7 @@
 #include "editor/LayoutKeeper.h"
 #include "editor/ModuleLoader.h"
 #include "editor/PickLimit.h"
+#include "editor/ProjectJournal.h"
 #include "editor/ProjectSession.h"
 #include "editor/QuitQuestion.h"
 #include "editor/RedrawGate.h"
@@ -32,6 +33,8 @@ struct HostOptions {
     std::string projectFile;
     /** What was loaded from it, null for a new one */
     Corrade::Containers::Pointer<ProjectFile> project;
+    /** Of the file that @ref project was loaded from */
+    std::optional<FileIdentity> projectIdentity;
     std::string screenshot;
     std::optional<unsigned long> frames;
     std::vector<ReplayEvent> replay;
@@ -99,6 +102,8 @@ private:
     bool deliverToPanels(PanelEvent event);
     void handleKey(const KeyEvent& event);
     void updateTitle();
+    void openJournal();
+    bool isAsking() const;
     void answerQuitQuestion();
     void closeFailedPanels();
     template<class F> void guarded(EditorView& panel, F call);
@@ -119,6 +124,8 @@ private:
     float _fontScale = 0.0f;
     unsigned long long _framesAfterReplay = 0;
     std::unique_ptr<ProjectSession> _session;
+    /* Null headless */
+    std::unique_ptr<ProjectJournal> _journal;
     PickLimit _pickLimit;
     QuitQuestion _quitQuestion;
     std::string _title;

@@ -17,6 +17,7 @@
 #include "editor/ModuleCopy.h"
 #include "editor/consoleLog.h"
 #include "host/AbstractModule.h"
+#include "host/QuillmereEditorApplication.h"
 
 using namespace Corrade;
 
@@ -117,6 +118,9 @@ void Module::saveState() {
 }
 
 void Module::destroy() {
+    /* Their code is the module's, also that which destroys them */
+    if(_instance)
+        _host.application->forgetChangeHandlers(*_instance);
     _panel = nullptr;
     _instance = nullptr;
     _manager = nullptr;

@@ -2,10 +2,15 @@
 
 #include <utility>
 
+#include <Corrade/Containers/StringView.h>
+
 #include "QuillmereEditor/ChangeManager.h"
 #include "QuillmereEditor/Tools/Log.h"
 #include "QuillmereEditor/Tools/System.h"
+#include "editor/Journal.h"
 #include "host/ProjectFile.h"
+
+using namespace Corrade;
 
 namespace QuillmereEngine {
 
@@ -19,9 +24,12 @@ ProjectSession::ProjectSession(ProjectFile& project, ChangeManager& changes, std
 void ProjectSession::restart() {
     _changes.reset(_project);
     _changes.markSave();
+    _isAlwaysChanged = false;
 }
 
 bool ProjectSession::hasUnsavedChanges() const {
+    if(_isAlwaysChanged)
+        return true;
     /* The history's mark doesn't move when an entry is merged into, and one on an entry that was
        discarded is taken for the state before the first change */
     return _changes.hasUnsavedChanges() || !_changes.isSavedStateKept();
@@ -33,13 +41,20 @@ bool ProjectSession::save() {
         : _file;
     if(file.empty())
         return false;
-    if(!_project.save(file)) {
+    const auto announce = [&](const Containers::StringView text) {
+        if(_journal)
+            _journal->aboutToSave(file, {text.data(), text.size()});
+    };
+    if(!_project.save(file, announce)) {
         log(LogLevel::Error, ("Can't save " + file).c_str());
         return false;
     }
     log(LogLevel::Info, ("Saved " + file).c_str());
     _file = file;
+    if(_journal)
+        _journal->saved();
     _changes.markSave();
+    _isAlwaysChanged = false;
     return true;
 }
 

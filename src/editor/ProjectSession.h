@@ -6,6 +6,7 @@
 namespace QuillmereEngine {
 
 class ChangeManager;
+class Journal;
 class ProjectFile;
 
 /**
@@ -25,6 +26,13 @@ public:
 
     ProjectSession(const ProjectSession&) = delete;
     ProjectSession& operator=(const ProjectSession&) = delete;
+
+    /** @brief Let a journal know of saves. It has to outlive the session or the next call. Null, as at
+        first, for none. */
+    void setJournal(Journal* journal) { _journal = journal; }
+
+    /** @brief Let the document count as changed until it's saved, whatever is undone */
+    void setChanged() { _isAlwaysChanged = true; }
 
     /** @brief Begin the history anew, with what's in the document as what was saved */
     void restart();
@@ -68,7 +76,9 @@ private:
 
     ProjectFile& _project;
     ChangeManager& _changes;
+    Journal* _journal = nullptr;
     std::string _file;
+    bool _isAlwaysChanged = false;
 };
 
 }

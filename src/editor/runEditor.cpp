@@ -65,7 +65,9 @@ bool loadProject(const CommandLine& line, HostOptions& options) {
     if(line.project.empty())
         return true;
     options.project = Containers::pointer<ProjectFile>();
-    return options.project->load(line.project);
+    return options.project->load(line.project, [&options](const Containers::StringView text) {
+        options.projectIdentity = FileIdentity::of({text.data(), text.size()});
+    });
 }
 
 bool findModules(const CommandLine& line, HostOptions& options) {

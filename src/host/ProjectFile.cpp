@@ -186,7 +186,7 @@ ValueAccess ProjectFile::resource(const char* const typeName, const char* const 
     return ValueAccess{_memberIndex.find(*resources, key)};
 }
 
-bool ProjectFile::load(const std::string& file) {
+bool ProjectFile::load(const std::string& file, const TextFunction& loaded) {
     std::string text, reason;
     if(!readWholeFile(file, text, reason)) {
         Utility::Error{} << "ProjectFile::load(): can't read" << file << Utility::Debug::nospace
@@ -194,29 +194,33 @@ bool ProjectFile::load(const std::string& file) {
         return false;
     }
 
-    Containers::Pointer<rapidjson::Document> loaded{InPlaceInit};
+    Containers::Pointer<rapidjson::Document> parsed{InPlaceInit};
     JsonTextError error;
-    if(!parseJson({text.data(), text.size()}, *loaded, error)) {
+    if(!parseJson({text.data(), text.size()}, *parsed, error)) {
         Utility::Error{} << "ProjectFile::load(): can't parse" << file << "line" << error.line
                          << "column" << error.column << Utility::Debug::nospace << ":"
                          << error.message;
         return false;
     }
 
-    const std::string duplicate = duplicateMember(*loaded);
+    const std::string duplicate = duplicateMember(*parsed);
     if(!duplicate.empty())
         Utility::Warning{} << "ProjectFile::load():" << file << "has more than one member"
                            << duplicate << Utility::Debug::nospace << ", the first one counts";
-    document = std::move(loaded);
+    document = std::move(parsed);
     _memberIndex.clear();
+    if(loaded)
+        loaded({text.data(), text.size()});
     return true;
 }
 
-bool ProjectFile::save(const std::string& file) const {
+bool ProjectFile::save(const std::string& file, const TextFunction& aboutToWrite) const {
     const rapidjson::Document& root = *document;
     std::string reason = "Nested deeper than " + std::to_string(MaxJsonDepth) + " levels";
     if(isJsonDepthValid(root)) {
         const std::string text = RapidJsonUtils::toPrettyJson(root);
+        if(aboutToWrite)
+            aboutToWrite({text.data(), text.size()});
         if(replaceFile(file, {text.data(), text.size()}, reason))
             return true;
     }

@@ -1,11 +1,13 @@
 #ifndef Quillmere_host_ProjectFile_h
 #define Quillmere_host_ProjectFile_h
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <Corrade/Containers/Pointer.h>
+#include <Corrade/Containers/StringView.h>
 #include <rapidjson/document.h>
 #include <rapidjson/pointer.h>
 
@@ -71,9 +73,13 @@ public:
     /** @brief One resource by its type and key, as the operator finds it but fast among many */
     ValueAccess resource(const char* typeName, const char* key) const;
 
+    /** @brief Gets the bytes of a project's file, valid during the call */
+    using TextFunction = std::function<void(Corrade::Containers::StringView text)>;
+
     /**
     @brief Load a file
     @param file     JSON in UTF-8, with or without a byte order mark, nested at most 10,000 deep
+    @param loaded   Gets what was in the file after that worked
     @return Whether that worked. If not, one line on the error output names the file, for an error
         in the JSON with line and column, and the document stays as it was.
 
@@ -81,18 +87,19 @@ public:
     is the one that is found; a warning names one of them. A @ref ChangeManager of this project has
     to be reset afterwards, its history belongs to the former document.
     */
-    bool load(const std::string& file);
+    bool load(const std::string& file, const TextFunction& loaded = {});
 
     /**
     @brief Save into a file
     @param file     Replaced as a whole or, if anything goes wrong, left as it is. Keeps its mode.
+    @param aboutToWrite Gets what is going to be in the file before anything is written
     @return Whether that worked. If not, one line on the error output names the file and says why.
 
     Keys keep the document's order. What is written here, loaded and saved again, has the same
     bytes. Expects that there's a document; one nested more than 10,000 deep isn't written, as it
     couldn't be loaded again.
     */
-    bool save(const std::string& file) const;
+    bool save(const std::string& file, const TextFunction& aboutToWrite = {}) const;
 
     /** May be null while no project is open */
     Corrade::Containers::Pointer<rapidjson::Document> document;

@@ -4,9 +4,11 @@
 #include <mutex>
 
 #include <Corrade/Containers/Pointer.h>
+#include <Corrade/Containers/StringView.h>
 
 #include "common/StringArrayView.h"
 #include "host/Editor.h"
+#include "host/ViewChangeHandlers.h"
 
 namespace QuillmereEngine {
 
@@ -56,6 +58,29 @@ public:
 
     /** @brief The property widgets, edit @ref project through @ref changeManager */
     Corrade::Containers::Pointer<Ui> ui;
+
+    /**
+    @brief Let a function of a panel hear of changes to @ref project
+    @param view     Whose function it is
+    @param key      One component of a path, of anywhere in it, see
+        @ref ChangeManager::addChangeHandler(). Copied.
+    @param function Copied or taken over. Called after each such change, of a group's when it's
+        closed, the newest first. It may do what is said at @ref ViewChangeHandlers::Function.
+
+    The way for a panel to do so: @ref changeManager itself would keep the function and the key when
+    the panel's module has long been closed. Several functions may have the same key, of one panel or
+    of several; they are called in the order in which they came. They stay when the history is reset
+    and go with @ref forgetChangeHandlers(). Expects that there's a history.
+    */
+    void addChangeHandler(const EditorView& view, Corrade::Containers::StringView key,
+        ViewChangeHandlers::Function function);
+
+    /** @brief Destroy all functions of a panel. Whoever closes its module has to call this before. */
+    void forgetChangeHandlers(const AbstractModule& view);
+
+private:
+    /* The last one, so that it goes while the history is still there */
+    ViewChangeHandlers _viewChangeHandlers;
 };
 
 /**
