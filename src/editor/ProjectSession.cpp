@@ -89,6 +89,10 @@ bool ProjectSession::hasUnsavedChanges() const {
 }
 
 bool ProjectSession::save() {
+    if(_changes.isLocked()) {
+        log(LogLevel::Warn, "Not saved, an edit is still going on");
+        return false;
+    }
     const std::string file = _file.empty()
         ? saveFileDialog("Save project", "project.json", {"Projects", "*.json"})
         : _file;
@@ -107,11 +111,15 @@ bool ProjectSession::save() {
 }
 
 void ProjectSession::undo() {
+    if(_changes.isLocked())
+        return;
     const Step step{*this};
     _changes.undoLast();
 }
 
 void ProjectSession::redo() {
+    if(_changes.isLocked())
+        return;
     const Step step{*this};
     _changes.redoLastUndo();
 }

@@ -49,11 +49,14 @@ public:
     @return Whether that worked. The log tells what happened.
 
     For a project without a file the user is asked for one, and it's the project's from then on. It
-    isn't saved if they cancel.
+    isn't saved if they cancel, and no project is saved while the history is locked.
     */
     bool save();
 
+    /** @brief Nothing while the history is locked */
     void undo();
+
+    /** @overload */
     void redo();
 
     /** @brief Name of the project with a mark if there are unsaved changes: "a/project.json*". Empty

@@ -37,9 +37,7 @@ constexpr int ExitBadInput = 2;
 bool checkSupported(const CommandLine& line) {
     if(line.serve)
         Error{} << "quillmere-editor: --serve can't be used, this build has no HTTP server";
-    else if(!line.script.empty())
-        Error{} << "quillmere-editor: --script can't be used, this build has no JavaScript engine";
-    return !line.serve && line.script.empty();
+    return !line.serve;
 }
 
 bool readReplay(const CommandLine& line, HostOptions& options) {
@@ -56,6 +54,18 @@ bool readReplay(const CommandLine& line, HostOptions& options) {
     if(events)
         options.replay = std::move(*events);
     return bool(events);
+}
+
+bool readScript(const CommandLine& line, HostOptions& options) {
+    if(line.script.empty())
+        return true;
+    std::string problem;
+    options.script = readWholeFile(line.script, problem);
+    options.scriptName = line.script;
+    if(!options.script)
+        Error{} << "quillmere-editor: can't read script" << line.script << Error::nospace << ":"
+                << problem;
+    return bool(options.script);
 }
 
 bool loadProject(const CommandLine& line, HostOptions& options) {
@@ -83,7 +93,7 @@ std::optional<HostOptions> checkInput(const CommandLine& line) {
     options.screenshot = line.screenshot;
     options.frames = line.frames;
     if(!checkSupported(line) || !loadProject(line, options) || !readReplay(line, options) ||
-        !findModules(line, options))
+        !readScript(line, options) || !findModules(line, options))
         return {};
     return options;
 }

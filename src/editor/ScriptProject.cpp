@@ -1,0 +1,163 @@
+#include "editor/ScriptProject.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+#include <vector>
+
+#include "QuillmereEditor/ChangeManager.h"
+#include "editor/script/Message.h"
+#include "editor/script/ScriptProtocol.h"
+#include "editor/scriptPointer.h"
+#include "host/ProjectFile.h"
+#include "host/RapidJsonUtils.h"
+
+namespace QuillmereEngine {
+
+namespace {
+
+constexpr const char* OthersEdit = "another edit is going on";
+
+/* What a project that is nested deeper can't be saved for */
+constexpr std::size_t MaxDepth = 10000;
+
+std::string answerMessage() { return MessageWriter{"answer"}.text(); }
+
+std::string refusal(
+    const std::string_view operation, const std::string_view pointer, const std::string& problem) {
+    const std::string call = "project." + std::string{operation} + "(" + quoted(pointer) + "): ";
+    return MessageWriter{"refusal"}.add("message", std::string_view{call + problem}).text();
+}
+
+/* Levels of arrays and objects, by the brackets that aren't in strings */
+std::size_t depthOf(const std::string_view json) {
+    std::size_t out = 0, depth = 0;
+    bool isInString = false;
+    for(std::size_t i = 0; i != json.size(); ++i) {
+        if(isInString)
+            json[i] == '\\' ? void(++i) : void(isInString = json[i] != '"');
+        else if(json[i] == '"')
+            isInString = true;
+        else if(json[i] == '[' || json[i] == '{')
+            out = std::max(out, ++depth);
+        else if(json[i] == ']' || json[i] == '}')
+            depth -= depth != 0;
+    }
+    return out;
+}
+
+}
+
+ScriptProject::ScriptProject(ProjectFile& project, ChangeManager& changes):
+    _project{project},
+    _changes{changes} {}
+
+ScriptProject::~ScriptProject() { scriptEnded(); }
+
+bool ScriptProject::isOthersEdit() const {
+    return !_groupDepth && (_changes.isGroupOpen() || _changes.isLocked());
+}
+
+std::string ScriptProject::answer(const Message& request) {
+    /* From a handler of the change, which has been made */
+    try {
+        return carryOut(request);
+    } catch(const std::exception& error) {
+        return refusal(request.text("operation"), request.text("pointer"), error.what());
+    }
+}
+
+std::string ScriptProject::carryOut(const Message& request) {
+    const std::string_view operation = request.text("operation"), pointer = request.text("pointer");
+    if(operation == "begin") {
+        const std::string problem = begin();
+        return problem.empty()
+            ? answerMessage()
+            : MessageWriter{"refusal"}
+                  .add("message", std::string_view{"project.group(): " + problem})
+                  .text();
+    }
+    if(operation == "commit") {
+        commit();
+        return answerMessage();
+    }
+    if(operation == "get") {
+        const ScriptPlace place = placeToRead(_project, pointer);
+        if(!place.problem.empty())
+            return refusal(operation, pointer, place.problem);
+        if(!place.value)
+            return answerMessage();
+        std::string out = MessageWriter{"answer"}
+                              .add("value", std::string_view{RapidJsonUtils::toJson(*place.value)})
+                              .text();
+        return out.size() <= MaxFrameSize ? out
+                                          : refusal(operation, pointer, "the value is too large");
+    }
+    const std::string problem = operation == "set" ? set(pointer, request.text("value"))
+        : operation == "remove"                    ? remove(pointer)
+                                                   : "not known";
+    return problem.empty() ? answerMessage() : refusal(operation, pointer, problem);
+}
+
+std::string ScriptProject::set(const std::string_view pointer, const std::string_view json) {
+    const ScriptPlace place = placeToWrite(_project, pointer);
+    if(!place.problem.empty())
+        return place.problem;
+    if(isOthersEdit())
+        return OthersEdit;
+    if(place.depth + depthOf(json) > MaxDepth)
+        return "the value is nested deeper than 10000 levels";
+    if(json.size() > MaxValueSize - _valueSize)
+        return "the script has set values of more than 128 MB";
+
+    rapidjson::Document value;
+    constexpr unsigned Flags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag;
+    if(value.Parse<Flags>(json.data(), json.size()).HasParseError())
+        return "the value is not JSON";
+    _valueSize += json.size();
+    _changes.pushChange(std::string{pointer}.c_str(), value, false);
+    return {};
+}
+
+std::string ScriptProject::remove(const std::string_view pointer) {
+    const ScriptPlace place = placeToWrite(_project, pointer);
+    if(!place.problem.empty())
+        return place.problem;
+    if(!place.value)
+        return "nothing is there";
+    if(isOthersEdit())
+        return OthersEdit;
+    _changes.pushRemoval(std::string{pointer}.c_str());
+    return {};
+}
+
+std::string ScriptProject::begin() {
+    if(isOthersEdit())
+        return OthersEdit;
+    if(_groupDepth++ == 0) {
+        _changes.beginGroup();
+        _changes.setLocked(true);
+    }
+    return {};
+}
+
+void ScriptProject::commit() {
+    if(_groupDepth == 0 || --_groupDepth != 0)
+        return;
+    _changes.setLocked(false);
+    _changes.commit();
+}
+
+void ScriptProject::scriptEnded() {
+    _valueSize = 0;
+    if(_groupDepth == 0)
+        return;
+    _groupDepth = 1;
+    try {
+        commit();
+    } catch(const std::exception&) {
+        /* A handler threw, the group is closed. There's no script any more to tell it to. */
+    }
+}
+
+}
