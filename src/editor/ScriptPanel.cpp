@@ -47,7 +47,7 @@ std::string limitsText(const ScriptRunner& scripts) {
 
 void ScriptPanel::draw(ScriptRunner& scripts, StoreLog& log) {
     ImGui::SetNextWindowSize(FirstSize, ImGuiCond_FirstUseEver);
-    if(ImGui::Begin("Script")) {
+    if(ImGui::Begin("Script", nullptr, ImGuiWindowFlags_NoFocusOnAppearing)) {
         bool isWanted = drawInput();
         ImGui::SameLine();
         ImGui::BeginDisabled(scripts.isRunning());

@@ -151,8 +151,6 @@ TEST_F(EditorProgramTest, OneFrameIsEnoughForAScreenshot) {
 
 TEST_F(EditorProgramTest, UnbuiltPartsSaySo) {
     expectRefused({"--serve", "0"}, "--serve can't be used, this build has no HTTP server");
-    expectRefused(
-        {"--script", "a.js"}, "--script can't be used, this build has no JavaScript engine");
 }
 
 struct EditorProgramDisplayTest: EditorProgramTest {
