@@ -43,8 +43,35 @@ private:
     posix_spawn_file_actions_t _actions;
 };
 
+/* Signals as a program has them by default, but for the one that stops a script: it may be sent before
+   the process is ready for it, and waits meanwhile */
+class SpawnAttributes {
+public:
+    SpawnAttributes() {
+        posix_spawnattr_init(&_attributes);
+        sigset_t all, blocked;
+        sigfillset(&all);
+        sigemptyset(&blocked);
+        sigaddset(&blocked, ScriptStopSignal);
+        posix_spawnattr_setsigdefault(&_attributes, &all);
+        posix_spawnattr_setsigmask(&_attributes, &blocked);
+        /* Ctrl+C in a terminal is for the editor only */
+        posix_spawnattr_setpgroup(&_attributes, 0);
+        posix_spawnattr_setflags(
+            &_attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
+    }
+    SpawnAttributes(const SpawnAttributes&) = delete;
+    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
+    ~SpawnAttributes() { posix_spawnattr_destroy(&_attributes); }
+
+    posix_spawnattr_t* operator&() { return &_attributes; }
+
+private:
+    posix_spawnattr_t _attributes;
+};
+
 /* Nothing is shared with the process but the socket: neither the editor's standard streams nor its
-   files, and Ctrl+C in a terminal is for the editor only */
+   files */
 int spawn(const std::vector<std::string>& command, const int socket, pid_t& id) {
     SpawnActions actions;
     for(const int stream: {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
@@ -52,21 +79,12 @@ int spawn(const std::vector<std::string>& command, const int socket, pid_t& id) 
     posix_spawn_file_actions_adddup2(&actions, socket, ProcessSocket);
     posix_spawn_file_actions_addclosefrom_np(&actions, ProcessSocket + 1);
 
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    sigset_t none;
-    sigemptyset(&none);
-    posix_spawnattr_setsigmask(&attributes, &none);
-    posix_spawnattr_setpgroup(&attributes, 0);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
-
+    SpawnAttributes attributes;
     std::vector<char*> values;
     for(const std::string& argument: command)
         values.push_back(const_cast<char*>(argument.c_str()));
     values.push_back(nullptr);
-    const int error = posix_spawn(&id, values[0], &actions, &attributes, values.data(), environ);
-    posix_spawnattr_destroy(&attributes);
-    return error;
+    return posix_spawn(&id, values[0], &actions, &attributes, values.data(), environ);
 }
 
 }
@@ -210,17 +228,19 @@ bool ScriptProcess::pollOnce(FrameReader& reader) {
     poll(watched, 2, -1);
     eventfd_t ignored;
     eventfd_read(_wakeUps, &ignored);
-    if((watched[0].revents & POLLOUT) && !sendSome())
-        return false;
+    if(watched[0].revents & POLLOUT)
+        sendSome();
     return !(watched[0].revents & (POLLIN | POLLHUP | POLLERR)) || receive(reader);
 }
 
-bool ScriptProcess::sendSome() {
+/* A process that has ended takes nothing any more, but what it said before is still to be read */
+void ScriptProcess::sendSome() {
     const std::lock_guard<std::mutex> lock{_mutex};
     const ssize_t size = ::send(_socket, _toSend.data(), _toSend.size(), MSG_NOSIGNAL);
     if(size > 0)
         _toSend.erase(0, std::size_t(size));
-    return size >= 0 || errno == EAGAIN || errno == EINTR;
+    else if(size < 0 && errno != EAGAIN && errno != EINTR)
+        _toSend.clear();
 }
 
 bool ScriptProcess::receive(FrameReader& reader) {

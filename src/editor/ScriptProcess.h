@@ -84,7 +84,7 @@ private:
     void run();
     bool pollOnce(FrameReader& reader);
     bool receive(FrameReader& reader);
-    bool sendSome();
+    void sendSome();
 
     pid_t _id;
     int _socket, _wakeUps;

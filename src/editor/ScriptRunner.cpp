@@ -76,6 +76,7 @@ bool ScriptRunner::run(const std::string& name, const std::string& source, const
     _started = Clock::now();
     _latestEnd = _started + _limits.time + _limits.grace;
     _shownSeconds = 0;
+    _isStopWanted = false;
     _engine = Engine::Running;
     return true;
 }
@@ -98,7 +99,7 @@ bool ScriptRunner::start() {
 void ScriptRunner::stop() {
     if(!isRunning())
         return;
-    _process->interrupt();
+    _isStopWanted = true;
     _latestEnd = std::min(_latestEnd, Clock::now() + _limits.grace);
 }
 
@@ -109,6 +110,8 @@ bool ScriptRunner::poll() {
     const Clock::time_point now = Clock::now();
     const Engine before = _engine;
     handleMessages();
+    if(isRunning() && _isStopWanted)
+        _process->interrupt();
     if(_process && _process->hasEnded())
         fail(_process->problem());
     else if(isRunning() && now >= _latestEnd)

@@ -106,6 +106,7 @@ private:
     Engine _engine = Engine::None;
     std::string _name;
     Clock::time_point _started, _latestEnd;
+    bool _isStopWanted = false;
     int _restartCount = 0;
     int _shownSeconds = 0;
 };

@@ -79,7 +79,7 @@ TEST_F(ScriptPanelTest, ErrorNamesTheInput) {
     enter("1");
     enter("throw 2");
     EXPECT_THAT(lines(),
-        ElementsAre("[info] > 1", "[info] 1", "[info] > throw 2", "[error] input 2:1:2: uncaught 2",
+        ElementsAre("[info] > 1", "[info] 1", "[info] > throw 2", "[error] input 2:1:1: uncaught 2",
             "[error]     @input 2:1:1"));
 }
 
@@ -128,6 +128,7 @@ TEST_F(ScriptPanelTest, LongLineFits) {
 TEST_F(ScriptPanelTest, LineStaysWhileAnotherIsRunning) {
     input.text("for(;;);");
     input.type(ImGuiKey_Enter);
+    input.idle(2);
     EXPECT_TRUE(runner->isRunning());
     EXPECT_TRUE(isShown("Runningfor"));
     input.text("7");

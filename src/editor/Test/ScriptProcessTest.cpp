@@ -63,7 +63,7 @@ TEST_F(ScriptProcessTest, ExitStatusIsNamed) {
 TEST_F(ScriptProcessTest, LevelOutsideOfTheLogIsAnError) {
     EXPECT_THAT(
         runWith(
-            R"(printf '\045\000\000\000{"type":"log","level":99,"text":"far"}' >&3)"
+            R"(printf '\046\000\000\000{"type":"log","level":99,"text":"far"}' >&3)"
             R"(; printf '\036\000\000\000{"type":"done","end":"other"} ' >&3; exec sleep 1000)"),
         ElementsAre("[error] far"));
 }

@@ -110,7 +110,7 @@ TEST_F(ScriptRunnerConsoleTest, HugeTextIsCut) {
 
 TEST_F(ScriptRunnerConsoleTest, ErrorHasItsStackWhenPrinted) {
     EXPECT_THAT(run("function f() {\n  console.log(new RangeError('r')) }\nf()"),
-        ElementsAre("[info] RangeError: r", "[info]     f@a.js:2:15", "[info]     @a.js:3:2"));
+        ElementsAre("[info] RangeError: r", "[info]     f@a.js:2:15", "[info]     @a.js:3:1"));
     EXPECT_THAT(run("console.log(new Error('outer', {cause: 'inner'}))"),
         ElementsAre("[info] Error: outer", "[info]     @a.js:1:13", "[info] caused by \"inner\""));
 }
@@ -118,12 +118,12 @@ TEST_F(ScriptRunnerConsoleTest, ErrorHasItsStackWhenPrinted) {
 TEST_F(ScriptRunnerConsoleTest, UncaughtErrorNamesFileLineAndStack) {
     EXPECT_THAT(run("function f() {\n  throw new Error('boom')\n}\n\nf()"),
         ElementsAre("[error] a.js:2:9: uncaught Error: boom", "[error]     f@a.js:2:9",
-            "[error]     @a.js:5:2"));
+            "[error]     @a.js:5:1"));
     EXPECT_THAT(run("undefinedName"),
         ElementsAre("[error] a.js:1:1: uncaught ReferenceError: undefinedName is not defined",
             "[error]     @a.js:1:1"));
     EXPECT_THAT(run("\n throw {a: 1}"),
-        ElementsAre("[error] a.js:2:3: uncaught {\"a\":1}", "[error]     @a.js:2:2"));
+        ElementsAre("[error] a.js:2:2: uncaught {\"a\":1}", "[error]     @a.js:2:2"));
 }
 
 TEST_F(ScriptRunnerConsoleTest, SyntaxErrorNamesFileLineAndColumn) {
@@ -140,8 +140,8 @@ TEST_F(ScriptRunnerConsoleTest, UnhandledRejectionsAreErrors) {
         ElementsAre("[error] a.js:1:16: uncaught in a promise TypeError: no",
             "[error]     @a.js:1:16", "[error] uncaught in a promise \"text\""));
     EXPECT_THAT(run("async function f() {\n await null; throw new Error('late') }\nf()"),
-        ElementsAre(
-            "[error] a.js:2:20: uncaught in a promise Error: late", "[error]     f@a.js:2:20"));
+        ElementsAre("[error] a.js:2:20: uncaught in a promise Error: late",
+            "[error]     f@a.js:2:20", "[error]     async*@a.js:3:1"));
 }
 
 TEST_F(ScriptRunnerConsoleTest, JobsOfPromisesRunToTheirEnd) {
@@ -153,7 +153,7 @@ TEST_F(ScriptRunnerConsoleTest, JobsOfPromisesRunToTheirEnd) {
 TEST_F(ScriptRunnerConsoleTest, ErrorThatCannotBeShownIsAnError) {
     EXPECT_THAT(run("throw new Proxy({}, {get() { throw 1 }, ownKeys() { throw 2 }})"),
         ElementsAre(
-            "[error] a.js:1:2: uncaught [Object that can't be shown]", "[error]     @a.js:1:1"));
+            "[error] a.js:1:7: uncaught [Object that can't be shown]", "[error]     @a.js:1:7"));
     EXPECT_THAT(run("let e = new Error('x'); Object.defineProperty(e, 'name', {get() { throw 1 }});"
                     "throw e"),
         ElementsAre(::testing::HasSubstr("uncaught [Error that can't be shown]"),
@@ -163,7 +163,7 @@ TEST_F(ScriptRunnerConsoleTest, ErrorThatCannotBeShownIsAnError) {
 TEST_F(ScriptRunnerConsoleTest, ResultIsShownOnlyIfWanted) {
     EXPECT_EQ(valueOf("1 + 2"), "[info] 3");
     EXPECT_THAT(run("1 + 2"), IsEmpty());
-    EXPECT_EQ(valueOf("throw 1"), "[error] a.js:1:2: uncaught 1\n[error]     @a.js:1:1");
+    EXPECT_EQ(valueOf("throw 1"), "[error] a.js:1:1: uncaught 1\n[error]     @a.js:1:1");
 }
 
 TEST_F(ScriptRunnerConsoleTest, VariablesPersist) {

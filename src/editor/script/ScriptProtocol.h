@@ -39,7 +39,12 @@ constexpr const char* TimeLimit = "time";
 constexpr const char* Stopped = "stopped";
 }
 
-/** @brief Asks quillmere-script to stop the script that is running */
+/**
+@brief Asks quillmere-script to stop the script that is running
+
+Sent again and again until the script has ended: one that comes before it has begun is lost. The
+process starts with the signal blocked.
+*/
 constexpr int ScriptStopSignal = SIGUSR1;
 
 /** @brief Exit statuses of quillmere-script */

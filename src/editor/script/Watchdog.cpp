@@ -19,23 +19,18 @@ namespace {
 /* A request is lost when it meets a moment in which the engine resets it */
 constexpr int RepeatMilliseconds = 50;
 
-sigset_t stopSignal() {
-    sigset_t out;
-    sigemptyset(&out);
-    sigaddset(&out, ScriptStopSignal);
-    return out;
-}
-
 int openSignals() {
-    const sigset_t signals = stopSignal();
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, ScriptStopSignal);
     return signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
 }
 
+bool takeSignal(const int signals) {
+    signalfd_siginfo signal;
+    return read(signals, &signal, sizeof(signal)) == sizeof(signal);
 }
 
-void blockStopSignal() {
-    const sigset_t signals = stopSignal();
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
 Watchdog::Watchdog(
@@ -61,6 +56,8 @@ Watchdog::~Watchdog() {
 void Watchdog::start() {
     {
         const std::lock_guard<std::mutex> lock{_mutex};
+        /* One for the script before. The editor repeats what is meant for this one. */
+        takeSignal(_signals);
         _deadline = Clock::now() + _limit;
     }
     eventfd_write(_wakeUps, 1);
@@ -95,11 +92,8 @@ int Watchdog::pause() {
 
 /* One that comes when no script is running, or not any more, is too late */
 void Watchdog::readSignal() {
-    signalfd_siginfo ignored;
-    if(read(_signals, &ignored, sizeof(ignored)) != sizeof(ignored))
-        return;
     const std::lock_guard<std::mutex> lock{_mutex};
-    if(_deadline && _reason == Reason::None)
+    if(takeSignal(_signals) && _deadline && _reason == Reason::None)
         _reason = Reason::Stopped;
 }
 

@@ -11,13 +11,6 @@
 namespace QuillmereEngine {
 
 /**
-@brief Keep @ref ScriptStopSignal from ending the process
-
-To be called before another thread is started, so that the signal waits for a @ref Watchdog.
-*/
-void blockStopSignal();
-
-/**
 @brief Watches over the thread that runs scripts
 
 On a thread of its own, as that one may be in an endless loop: asks the engine to stop a script that
@@ -33,7 +26,7 @@ public:
     enum class Reason { None, TimeLimit, Stopped };
 
     /**
-    @brief Constructor. To be called after @ref blockStopSignal().
+    @brief Constructor. Expects that @ref ScriptStopSignal is blocked, as the editor starts the process.
     @param socket       Connection with the editor
     @param requestStop  Asks the engine to look at @ref reason() soon. Called on the watchdog's
         thread, again and again until the script has ended.

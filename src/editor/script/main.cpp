@@ -84,7 +84,6 @@ int main(const int count, char** const values) {
             stderr);
         return ScriptExit::BadArguments;
     }
-    blockStopSignal();
     JSContext* const context = createContext(std::size_t(arguments.megabytes) << 20);
     if(!context)
         return ScriptExit::NoEngine;
