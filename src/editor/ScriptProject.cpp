@@ -69,34 +69,29 @@ std::string ScriptProject::answer(const Message& request) {
 
 std::string ScriptProject::carryOut(const Message& request) {
     const std::string_view operation = request.text("operation"), pointer = request.text("pointer");
-    if(operation == "begin") {
-        const std::string problem = begin();
-        return problem.empty()
-            ? answerMessage()
-            : MessageWriter{"refusal"}
-                  .add("message", std::string_view{"project.group(): " + problem})
-                  .text();
-    }
-    if(operation == "commit") {
-        commit();
-        return answerMessage();
-    }
-    if(operation == "get") {
-        const ScriptPlace place = placeToRead(_project, pointer);
-        if(!place.problem.empty())
-            return refusal(operation, pointer, place.problem);
-        if(!place.value)
-            return answerMessage();
-        std::string out = MessageWriter{"answer"}
-                              .add("value", std::string_view{RapidJsonUtils::toJson(*place.value)})
-                              .text();
-        return out.size() <= MaxFrameSize ? out
-                                          : refusal(operation, pointer, "the value is too large");
-    }
-    const std::string problem = operation == "set" ? set(pointer, request.text("value"))
-        : operation == "remove"                    ? remove(pointer)
-                                                   : "not known";
+    if(operation == "get")
+        return get(pointer);
+    if(operation == "begin")
+        return begin();
+    if(operation == "commit")
+        return commit();
+    std::string problem = "not known";
+    if(operation == "set")
+        problem = set(pointer, request.text("value"));
+    else if(operation == "remove")
+        problem = remove(pointer);
     return problem.empty() ? answerMessage() : refusal(operation, pointer, problem);
+}
+
+std::string ScriptProject::get(const std::string_view pointer) const {
+    const ScriptPlace place = placeToRead(_project, pointer);
+    if(!place.problem.empty())
+        return refusal("get", pointer, place.problem);
+    if(!place.value)
+        return answerMessage();
+    const std::string json = RapidJsonUtils::toJson(*place.value);
+    std::string out = MessageWriter{"answer"}.add("value", std::string_view{json}).text();
+    return out.size() <= MaxFrameSize ? out : refusal("get", pointer, "the value is too large");
 }
 
 std::string ScriptProject::set(const std::string_view pointer, const std::string_view json) {
@@ -132,20 +127,23 @@ std::string ScriptProject::remove(const std::string_view pointer) {
 }
 
 std::string ScriptProject::begin() {
-    if(isOthersEdit())
-        return OthersEdit;
+    if(isOthersEdit()) {
+        const std::string message = std::string{"project.group(): "} + OthersEdit;
+        return MessageWriter{"refusal"}.add("message", std::string_view{message}).text();
+    }
     if(_groupDepth++ == 0) {
         _changes.beginGroup();
         _changes.setLocked(true);
     }
-    return {};
+    return answerMessage();
 }
 
-void ScriptProject::commit() {
-    if(_groupDepth == 0 || --_groupDepth != 0)
-        return;
-    _changes.setLocked(false);
-    _changes.commit();
+std::string ScriptProject::commit() {
+    if(_groupDepth != 0 && --_groupDepth == 0) {
+        _changes.setLocked(false);
+        _changes.commit();
+    }
+    return answerMessage();
 }
 
 void ScriptProject::scriptEnded() {

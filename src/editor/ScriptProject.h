@@ -47,11 +47,13 @@ public:
     void scriptEnded();
 
 private:
+    /* These give a message, the next two a problem, empty for none */
     std::string carryOut(const Message& request);
+    std::string get(std::string_view pointer) const;
+    std::string begin();
+    std::string commit();
     std::string set(std::string_view pointer, std::string_view json);
     std::string remove(std::string_view pointer);
-    std::string begin();
-    void commit();
     bool isOthersEdit() const;
 
     ProjectFile& _project;

@@ -260,7 +260,8 @@ public:
     std::string name() {
         static const char* const names[]{"a", "b", "0", "1", "2", "3", "-1", "-0", "-", "01", "~0",
             "~1", "", "-~0", "9999999999", "4294967295", "2147483648"};
-        return names[below(int(std::size(names)))];
+        constexpr int HugeCount = 3;
+        return names[below(int(std::size(names)) - (hasHugeNumbers ? 0 : HugeCount))];
     }
 
     std::string pointer() {
@@ -281,6 +282,8 @@ public:
         return kind == 4 ? "{" + out + "}" : "[" + out + "]";
     }
 
+    bool hasHugeNumbers = true;
+
 private:
     std::mt19937 _engine;
 };
@@ -292,7 +295,10 @@ TEST(ScriptProjectRandomTest, WhatIsTakenIsDoneAndUndoneAndWhatIsRefusedDoesNoth
         ProjectFile project;
         project.document->Parse(
             ("{\"a\":" + random.value(4) + ",\"0\":" + random.value(4) + "}").c_str());
-        if(random.below(2))
+        /* With that default all numbers are names in /b, and the history asks for the memory that an
+           array would need. A sanitizer ends the process where there's none. */
+        random.hasHugeNumbers = random.below(2);
+        if(!random.hasHugeNumbers)
             project.setDefault("/b/*", rapidjson::Value{1});
         ChangeManager changes{project};
         ScriptProject script{project, changes};

@@ -148,8 +148,7 @@ TEST_F(ScriptRunnerTest, HungryScriptEndsAtTheLimit) {
         "let s = []; for(;;) s.push('x'.repeat(1000000) + s.length)",
         "let o = []; for(;;) o.push({a: 1})",
         "let b = []; for(;;) b.push(new ArrayBuffer(1 << 20))",
-        "let c = []; for(;;) try { for(;;) c.push({}, [], 'x'.repeat(9999) + c.length) } catch(e) "
-        "{}",
+        "let c = []; for(;;) try { for(;;) c.push({}, 'x'.repeat(9999) + c.length) } catch(e) {}",
         "let m = new Map; for(let i = 0;; ++i) m.set(i, i)",
     };
     for(const char* const source: scripts) {
