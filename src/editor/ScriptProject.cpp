@@ -5,6 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include <rapidjson/pointer.h>
+#include <rapidjson/stringbuffer.h>
+
 #include "QuillmereEditor/ChangeManager.h"
 #include "editor/script/Message.h"
 #include "editor/script/ScriptProtocol.h"
@@ -44,6 +47,34 @@ std::size_t depthOf(const std::string_view json) {
             depth -= depth != 0;
     }
     return out;
+}
+
+using Pointer = rapidjson::Pointer;
+
+std::string textOf(const Pointer& pointer, const std::size_t count) {
+    rapidjson::StringBuffer out;
+    Pointer{pointer.GetTokens(), count}.Stringify(out);
+    return {out.GetString(), out.GetSize()};
+}
+
+/* A container with just one value */
+void wrap(rapidjson::Document& value, const Pointer::Token& token, const bool isArray) {
+    rapidjson::Value content;
+    content.Swap(value);
+    if(isArray)
+        value.SetArray().PushBack(content, value.GetAllocator());
+    else
+        value.SetObject().AddMember(
+            rapidjson::Value{token.name, token.length, value.GetAllocator()}, content,
+            value.GetAllocator());
+}
+
+bool isEmpty(const rapidjson::Value& container) {
+    return container.IsArray() ? container.Empty() : container.ObjectEmpty();
+}
+
+bool hasOneValue(const rapidjson::Value& container) {
+    return container.IsArray() ? container.Size() == 1 : container.MemberCount() == 1;
 }
 
 }
@@ -110,8 +141,27 @@ std::string ScriptProject::set(const std::string_view pointer, const std::string
     if(value.Parse<Flags>(json.data(), json.size()).HasParseError())
         return "the value is not JSON";
     _valueSize += json.size();
-    _changes.pushChange(std::string{pointer}.c_str(), value, false);
+    push(pointer, place, value);
     return {};
+}
+
+/* Undoing removes a container that it leaves empty, also one that was empty before, and if that was in
+   an array the next one takes its place. So what is missing is made as one value in a container that
+   has others, and an empty container is replaced by one with the value. */
+void ScriptProject::push(
+    const std::string_view text, const ScriptPlace& place, rapidjson::Document& value) {
+    const Pointer pointer{text.data(), text.size()};
+    const Pointer::Token* const tokens = pointer.GetTokens();
+    std::size_t count = pointer.GetTokenCount();
+    for(; count > place.found + 1; --count) {
+        const bool isName = place.isLastName && count == place.depth;
+        wrap(value, tokens[count - 1],
+            !isName && tokens[count - 1].index != rapidjson::kPointerInvalidIndex);
+    }
+    const rapidjson::Value* const container = Pointer{tokens, count - 1}.Get(*_project.document);
+    if(count > 1 && isEmpty(*container))
+        wrap(value, tokens[--count], container->IsArray());
+    _changes.pushChange(textOf(pointer, count).c_str(), value, false);
 }
 
 std::string ScriptProject::remove(const std::string_view pointer) {
@@ -122,7 +172,15 @@ std::string ScriptProject::remove(const std::string_view pointer) {
         return "nothing is there";
     if(isOthersEdit())
         return OthersEdit;
-    _changes.pushRemoval(std::string{pointer}.c_str());
+    /* As above: the container stays, so that there's a place to come back to */
+    const Pointer path{pointer.data(), pointer.size()};
+    const rapidjson::Value& container = *Pointer{path.GetTokens(), place.depth - 1}.Get(
+        *_project.document);
+    if(place.depth > 1 && hasOneValue(container))
+        _changes.pushChange(
+            textOf(path, place.depth - 1).c_str(), rapidjson::Value{container.GetType()}, false);
+    else
+        _changes.pushRemoval(std::string{pointer}.c_str());
     return {};
 }
 

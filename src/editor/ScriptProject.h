@@ -12,12 +12,15 @@ namespace QuillmereEngine {
 class ChangeManager;
 class Message;
 class ProjectFile;
+struct ScriptPlace;
 
 /**
 @brief Carries out what scripts want of the project
 
 Each change is one of the history. It's checked before: what the history would refuse, couldn't undo
-or would abort at is refused with a message for an exception, and nothing is changed. UI thread.
+or would abort at is refused with a message for an exception, and nothing is changed. Undoing restores
+the document but for the order of an object's members: to that end a change in an empty container, or
+one that empties it, is one of the container. UI thread.
 */
 class ScriptProject {
 public:
@@ -54,6 +57,7 @@ private:
     std::string commit();
     std::string set(std::string_view pointer, std::string_view json);
     std::string remove(std::string_view pointer);
+    void push(std::string_view text, const ScriptPlace& place, rapidjson::Document& value);
     bool isOthersEdit() const;
 
     ProjectFile& _project;

@@ -50,16 +50,20 @@ public:
     }
 
     ScriptPlace toRead() const {
-        return {{}, _pointer.Get(*_project.document), _pointer.GetTokenCount()};
+        const rapidjson::Value* const value = _pointer.Get(*_project.document);
+        return {{}, value, _pointer.GetTokenCount()};
     }
 
     ScriptPlace toWrite() {
-        for(std::size_t i = 0; i != _pointer.GetTokenCount(); ++i) {
+        const std::size_t count = _pointer.GetTokenCount();
+        std::size_t found = 0;
+        for(std::size_t i = 0; i != count; ++i) {
             std::string problem = enter(i);
             if(!problem.empty())
                 return {std::move(problem)};
+            found += _value != nullptr;
         }
-        return {{}, _value, _pointer.GetTokenCount()};
+        return {{}, _value, count, found, found + 1 < count && isNameByDefault(count - 1)};
     }
 
 private:

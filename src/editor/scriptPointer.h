@@ -19,6 +19,10 @@ struct ScriptPlace {
     const rapidjson::Value* value = nullptr;
     /** How many levels it lies below the root */
     std::size_t depth = 0;
+    /** How many of its components, from the first, lead to what is there. @ref depth if all do. */
+    std::size_t found = 0;
+    /** Whether the last component is a name although it's a number in a container that is missing */
+    bool isLastName = false;
 };
 
 /**
