@@ -20,6 +20,7 @@
 #include "editor/Shortcut.h"
 #include "editor/StatusBar.h"
 #include "editor/consoleLog.h"
+#include "editor/files.h"
 
 using namespace Corrade;
 
@@ -79,6 +80,11 @@ EditorHost::EditorHost(BackEnd& backEnd, HostOptions options):
     ui->project = project.get();
     ui->changeManager = changeManager.get();
     _session = std::make_unique<ProjectSession>(*project, *changeManager, _options.projectFile);
+    _scriptLog = std::make_unique<StoreLog>(*this, *editor->javaScriptLines,
+        _backEnd.isHeadless() ? StoreLog::Echo::Yes : StoreLog::Echo::No);
+    _scriptProject = std::make_unique<ScriptProject>(*project, *changeManager);
+    _scripts = std::make_unique<ScriptRunner>(*_scriptProject, *_scriptLog, scriptProgram(),
+        ScriptLimits{}, [this] { _backEnd.wakeUp(); });
     ensureLogCallback(*this);
     openJournal();
     updateFonts();
@@ -91,6 +97,8 @@ EditorHost::EditorHost(BackEnd& backEnd, HostOptions options):
 
 EditorHost::~EditorHost() {
     _server->stop();
+    /* Its group is committed, of which the modules may want to hear */
+    _scripts = nullptr;
     _feed = nullptr;
     _modules = nullptr;
     setLogCallback(nullptr, nullptr);
@@ -121,10 +129,14 @@ void EditorHost::consoleLinesChanged() {
 bool EditorHost::run() {
     if(_feed && _backEnd.isHeadless())
         waitForFeed();
+    runScript();
 
     const bool isAlwaysDrawing = _backEnd.isHeadless() || _options.frames;
     while(!isFinished()) {
         waitForEvents();
+        if(_scripts->poll())
+            _gate.request();
+        waitForScript();
         _isClosed = hasUserClosed();
         if(_modules->poll(Clock::now()))
             _gate.request();
@@ -167,6 +179,20 @@ void EditorHost::waitForPipe() {
             return;
         seen = now;
     }
+}
+
+void EditorHost::runScript() {
+    if(_options.script)
+        _scripts->run(_options.scriptName, *_options.script, ScriptRunner::Result::Hide);
+    _options.script = std::nullopt;
+}
+
+/* Headless the last frames show how a script ended, and before them it runs beside the input */
+void EditorHost::waitForScript() {
+    const bool isLast = _options.frames ? _data.frame + 1 >= *_options.frames
+                                        : _replay.isFinished();
+    if(_backEnd.isHeadless() && isLast)
+        _scripts->waitForEnd();
 }
 
 void EditorHost::waitForEvents() {
@@ -296,6 +322,7 @@ void EditorHost::drawContent() {
         guarded(*panel, [&] { panel->draw(); });
     if(panels.empty())
         drawEmptyArea(area);
+    _scriptPanel.draw(*_scripts, *_scriptLog);
     _pickLimit.frameDrawn(*ui);
     if(_journal)
         _journal->drawQuestion();

@@ -17,6 +17,10 @@
 #include "editor/ProjectSession.h"
 #include "editor/QuitQuestion.h"
 #include "editor/RedrawGate.h"
+#include "editor/ScriptPanel.h"
+#include "editor/ScriptProject.h"
+#include "editor/ScriptRunner.h"
+#include "editor/StoreLog.h"
 #include "host/EditorData.h"
 #include "host/ProjectFile.h"
 #include "host/QuillmereEditorApplication.h"
@@ -38,6 +42,9 @@ struct HostOptions {
     std::string screenshot;
     std::optional<unsigned long> frames;
     std::vector<ReplayEvent> replay;
+    /** Script to run at the start, and its file as the user named it */
+    std::optional<std::string> script;
+    std::string scriptName;
     /** Empty to keep no layout of the user's own */
     std::string layoutFile;
 };
@@ -89,6 +96,8 @@ private:
     void updateFonts();
     void waitForFeed();
     void waitForPipe();
+    void runScript();
+    void waitForScript();
     void waitForEvents();
     bool isFinished() const;
     bool hasUserClosed();
@@ -126,6 +135,10 @@ private:
     std::unique_ptr<ProjectSession> _session;
     /* Null headless */
     std::unique_ptr<ProjectJournal> _journal;
+    std::unique_ptr<StoreLog> _scriptLog;
+    std::unique_ptr<ScriptProject> _scriptProject;
+    std::unique_ptr<ScriptRunner> _scripts;
+    ScriptPanel _scriptPanel;
     PickLimit _pickLimit;
     QuitQuestion _quitQuestion;
     std::string _title;

@@ -36,6 +36,10 @@ bool ProjectSession::hasUnsavedChanges() const {
 }
 
 bool ProjectSession::save() {
+    if(_changes.isLocked()) {
+        log(LogLevel::Warn, "Not saved, an edit is still going on");
+        return false;
+    }
     const std::string file = _file.empty()
         ? saveFileDialog("Save project", "project.json", {"Projects", "*.json"})
         : _file;

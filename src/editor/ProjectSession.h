@@ -54,7 +54,7 @@ public:
     @return Whether that worked. The log tells what happened.
 
     For a project without a file the user is asked for one, and it's the project's from then on. It
-    isn't saved if they cancel.
+    isn't saved if they cancel, and no project is saved while the history is locked.
     */
     bool save();
 

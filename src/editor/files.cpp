@@ -85,4 +85,12 @@ std::string defaultModuleFolder() {
     return found.empty() ? beside : found;
 }
 
+std::string scriptProgram() {
+    const std::string folder = programFolder();
+    const std::string beside = folder + "/quillmere-script";
+    const std::string found = firstExisting(
+        {beside, folder + "/" QUILLMERE_SCRIPT_FROM_PROGRAM "/quillmere-script"});
+    return found.empty() ? beside : found;
+}
+
 }

@@ -40,6 +40,12 @@ std::string sharedFile(const std::string& name);
 */
 std::string defaultModuleFolder();
 
+/**
+@brief Path of quillmere-script, in the build or installed
+@return The one that exists, otherwise the first place where it was looked for
+*/
+std::string scriptProgram();
+
 }
 
 #endif

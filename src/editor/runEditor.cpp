@@ -35,13 +35,11 @@ constexpr int ExitSuccess = 0;
 constexpr int ExitNoRendering = 1;
 constexpr int ExitBadInput = 2;
 
-bool checkSupported(const CommandLine& line) {
+bool checkOptions(const CommandLine& line) {
     const bool isFolderMissing = line.serve && line.project.empty();
     if(isFolderMissing)
         Error{} << "quillmere-editor: --serve needs a project, whose folder it serves";
-    else if(!line.script.empty())
-        Error{} << "quillmere-editor: --script can't be used, this build has no JavaScript engine";
-    return !isFolderMissing && line.script.empty();
+    return !isFolderMissing;
 }
 
 bool readReplay(const CommandLine& line, HostOptions& options) {
@@ -58,6 +56,18 @@ bool readReplay(const CommandLine& line, HostOptions& options) {
     if(events)
         options.replay = std::move(*events);
     return bool(events);
+}
+
+bool readScript(const CommandLine& line, HostOptions& options) {
+    if(line.script.empty())
+        return true;
+    std::string problem;
+    options.script = readWholeFile(line.script, problem);
+    options.scriptName = line.script;
+    if(!options.script)
+        Error{} << "quillmere-editor: can't read script" << line.script << Error::nospace << ":"
+                << problem;
+    return bool(options.script);
 }
 
 bool loadProject(const CommandLine& line, HostOptions& options) {
@@ -86,8 +96,8 @@ std::optional<HostOptions> checkInput(const CommandLine& line) {
     HostOptions options;
     options.screenshot = line.screenshot;
     options.frames = line.frames;
-    if(!checkSupported(line) || !loadProject(line, options) || !readReplay(line, options) ||
-        !findModules(line, options))
+    if(!checkOptions(line) || !loadProject(line, options) || !readReplay(line, options) ||
+        !readScript(line, options) || !findModules(line, options))
         return {};
     return options;
 }

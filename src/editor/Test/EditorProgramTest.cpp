@@ -149,10 +149,8 @@ TEST_F(EditorProgramTest, OneFrameIsEnoughForAScreenshot) {
     EXPECT_EQ(readPicture(path).width, 1280);
 }
 
-TEST_F(EditorProgramTest, UnbuiltPartsSaySo) {
+TEST_F(EditorProgramTest, ServingNeedsAProject) {
     expectRefused({"--serve", "0"}, "--serve needs a project, whose folder it serves");
-    expectRefused(
-        {"--script", "a.js"}, "--script can't be used, this build has no JavaScript engine");
 }
 
 struct EditorProgramDisplayTest: EditorProgramTest {

@@ -34,6 +34,22 @@ struct ProjectSessionTest: ::testing::Test {
     ProjectSession session{project, changes, file};
 };
 
+TEST_F(ProjectSessionTest, LockedHistoryIsNeitherSteppedNorSaved) {
+    set("/a", 2);
+    set("/a", 3);
+    session.undo();
+    changes.setLocked(true);
+    session.undo();
+    session.redo();
+    EXPECT_EQ(changes.appliedCount(), 1u);
+    EXPECT_FALSE(save());
+    EXPECT_EQ(Testing::readFile(file), "{\n  \"a\": 1\n}\n");
+    changes.setLocked(false);
+    session.redo();
+    EXPECT_EQ(changes.appliedCount(), 2u);
+    EXPECT_TRUE(save());
+}
+
 TEST_F(ProjectSessionTest, StartsUnchanged) {
     EXPECT_FALSE(session.hasUnsavedChanges());
     EXPECT_EQ(session.name(), file);
