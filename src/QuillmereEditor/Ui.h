@@ -68,6 +68,7 @@ public:
         NoLabel = 1 /**< Widgets of values have no column with their label */
     };
 
+    /** @brief Any of @ref Flag */
     typedef Corrade::Containers::EnumSet<Flag> Flags;
     CORRADE_ENUMSET_FRIEND_OPERATORS(Flags)
 
@@ -77,6 +78,7 @@ public:
         RoundRight = 2 /**< The right corners are round */
     };
 
+    /** @brief Any of @ref ButtonFlag */
     typedef Corrade::Containers::EnumSet<ButtonFlag> ButtonFlags;
     CORRADE_ENUMSET_FRIEND_OPERATORS(ButtonFlags)
 
@@ -90,6 +92,7 @@ public:
 
     /**
     @brief Check box on a variable of the caller
+    @param label    Shown up to a `##`
     @param value    Expects a valid pointer; holds the new state when the call returns
     @return Whether the box was toggled in this frame
 
@@ -111,14 +114,17 @@ public:
 
     /**
     @brief Button with the same padding on all sides, for an icon
-    @param id   Pushed as ID around it, so that equal icons can be told apart. May be null.
+    @param label    An icon
+    @param id       Pushed as ID around it, so that equal icons can be told apart. May be null.
     @return Whether it was pressed
     */
     static bool iconButton(const char* label, const char* id);
 
     /**
     @brief Button that joins with its neighbours in a row
-    @param id   Pushed as ID around it. May be null.
+    @param label    Shown up to a `##`
+    @param id       Pushed as ID around it. May be null.
+    @param flags    Which corners are round
     @return Whether it was pressed
 
     The first of a row gets @ref ButtonFlag::RoundLeft, the last @ref ButtonFlag::RoundRight, a
@@ -168,6 +174,7 @@ public:
 
     /**
     @brief Edit an integer
+    @param label    Scope of the value and text of its row, as for all widgets of values
     @param speed    Change per pixel that the mouse is dragged
     @param minimum  If negative, the value is kept between it and 0. Otherwise it has no bounds.
     @return Whether it changed
@@ -229,6 +236,7 @@ public:
 
     /**
     @brief Edit a bit of an integer
+    @param label    Scope of the value and text of its row, as for all widgets of values
     @param bit      Expected to be from 0 to 31
     @param name     Shown to the right of the box, null for the bit's number
 
@@ -238,6 +246,7 @@ public:
 
     /**
     @brief Edit the low bits of an integer, four in a row
+    @param label    Scope of the value and text of its row, as for all widgets of values
     @param count    Number of bits. Expected to be at most 32.
     @param names    Names of the first eight bits, the others have their number. Expected to be
         eight or none, which gives all their number.
@@ -249,6 +258,7 @@ public:
 
     /**
     @brief Choose one of some strings
+    @param label    Scope of the value and text of its row, as for all widgets of values
     @param names    Those that can be chosen. A string that isn't among them is shown as "".
 
     Writes a string and doesn't merge.
@@ -273,7 +283,8 @@ public:
 
     /**
     @brief Choose an element of an array of strings
-    @param selected     Index of the chosen element. Any other number means that none is.
+    @param label    Scope of the value and text of its row, as for all widgets of values
+    @param selected Index of the chosen element. Any other number means that none is.
     @return Whether an element was clicked in this frame
 
     Writes nothing, and has neither a label nor a context menu.
@@ -282,9 +293,10 @@ public:
 
     /**
     @brief Choose a resource of the project
-    @param typeName     Key in the document's root of the object with all resources of a type
-    @param byName       Whether the value is the resource's name and not its id
-    @param filter       Says which ones are listed. Null lists all. Expected not to change the
+    @param label    Scope of the value and text of its row, as for all widgets of values
+    @param typeName Key in the document's root of the object with all resources of a type
+    @param byName   Whether the value is the resource's name and not its id
+    @param filter   Says which ones are listed. Null lists all. Expected not to change the
         document.
     @return Whether another one was chosen, dropped or picked
 
@@ -311,6 +323,7 @@ public:
 
     /**
     @brief Edit a path with the system's dialog
+    @param label    Scope of the value and text of its row, as for all widgets of values
     @param title    Of the dialog
     @param filters  Pairs of a description and its patterns, see @ref openFileDialog()
     @return Whether a file was chosen, or the text in the field isn't the value

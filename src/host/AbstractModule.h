@@ -6,6 +6,10 @@
 #include <Corrade/Containers/StringView.h>
 #include <Corrade/PluginManager/AbstractPlugin.h>
 
+/** @file
+@brief Base of all modules and the interface that they register with
+*/
+
 /**
 @brief The interface string that a module registers with, a literal
 

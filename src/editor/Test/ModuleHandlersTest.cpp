@@ -57,7 +57,8 @@ TEST_F(ModuleHandlersTest, ReloadedModuleHearsOnceOfEachChange) {
         install("Listening", "Listening");
         ASSERT_TRUE(settle(*loader));
         EXPECT_THAT(newLines(),
-            ElementsAre("[info] Witness destroyed", "[info] Module Listening was reloaded"));
+            ElementsAre("[info] Witness destroyed",
+                "[info] Module Listening (" QUILLMERE_BUILD_TYPE " build) was reloaded"));
         change("/objects/a");
         EXPECT_THAT(newLines(), ElementsAre("[info] Witness heard 1"));
     }
