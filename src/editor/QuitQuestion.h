@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "editor/ModalQuestion.h"
+
 namespace QuillmereEngine {
 
 /** @brief What the user wants to become of unsaved changes */
@@ -13,24 +15,24 @@ enum class QuitAnswer {
     Cancel   /**< Button "Cancel" or Escape */
 };
 
-/** @brief Asks before unsaved changes are lost. Takes all input meanwhile. UI thread. */
+/** @brief Asks before unsaved changes are lost, see @ref ModalQuestion */
 class QuitQuestion {
 public:
     /** @brief Ask from the next @ref draw() on */
-    void ask() { _isAsked = true; }
+    void ask() { _question.ask(); }
 
     /** @brief Whether an answer is waited for */
-    bool isAsked() const { return _isAsked; }
+    bool isAsked() const { return _question.isAsked(); }
 
     /**
-    @brief Draw the question, inside of a frame and outside of all windows
+    @brief Draw the question
     @param project  What has unsaved changes
-    @return The answer in the one frame in which it's given, which also ends the question
+    @return The answer in the one frame in which it's given
     */
     QuitAnswer draw(const std::string& project);
 
 private:
-    bool _isAsked = false;
+    ModalQuestion _question{"Unsaved changes", {"Save", "Discard", "Cancel"}, 6.0f};
 };
 
 }

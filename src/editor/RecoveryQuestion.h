@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string>
 
+#include "editor/ModalQuestion.h"
+
 namespace QuillmereEngine {
 
 /** @brief What the user wants to become of changes that a crash left in a journal */
@@ -14,25 +16,25 @@ enum class RecoveryAnswer {
     Keep     /**< Button "Keep for later" or Escape */
 };
 
-/** @brief Asks what is to become of a journal. Takes all input meanwhile. UI thread. */
+/** @brief Asks what is to become of a journal, see @ref ModalQuestion */
 class RecoveryQuestion {
 public:
     /** @brief Ask from the next @ref draw() on */
-    void ask() { _isAsked = true; }
+    void ask() { _question.ask(); }
 
     /** @brief Whether an answer is waited for */
-    bool isAsked() const { return _isAsked; }
+    bool isAsked() const { return _question.isAsked(); }
 
     /**
-    @brief Draw the question, inside of a frame and outside of all windows
-    @param project  What the changes were made in
+    @brief Draw the question
+    @param project      What the changes were made in
     @param changeCount  How many there are
-    @return The answer in the one frame in which it's given, which also ends the question
+    @return The answer in the one frame in which it's given
     */
     RecoveryAnswer draw(const std::string& project, std::size_t changeCount);
 
 private:
-    bool _isAsked = false;
+    ModalQuestion _question{"Recover changes", {"Recover", "Discard", "Keep for later"}, 8.0f};
 };
 
 }

@@ -29,7 +29,7 @@ export QUILLMERE_SOAK_REPORT="$folder/report"
 "$build/quillmere-random-input" "$seed" "$frames" 1280 720 >"$folder/input"
 status=0
 "$build/quillmere-editor" --headless --size 1280x720 --frames "$frames" --modules "$folder/modules" \
-    --log-dir "$folder/logs" --feed "$source/share/logs/build.log" --input "$folder/input" \
+    --log-dir "$folder/logs" --serve 0 --feed "$source/share/logs/build.log" --input "$folder/input" \
     "$folder/project.json" >"$folder/out" 2>"$folder/err" || status=$?
 if [ "$status" -ne 0 ]; then
     tail -n 200 "$folder/err"
