@@ -1,5 +1,6 @@
 #include "editor/ProjectServer.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -7,6 +8,7 @@
 #include <cstring>
 #include <exception>
 #include <random>
+#include <string_view>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <thread>
@@ -24,6 +26,7 @@
 #include "editor/ServerConnection.h"
 #include "editor/contentType.h"
 #include "editor/escapedForUrl.h"
+#include "editor/lowerCase.h"
 
 using namespace Corrade;
 
@@ -85,6 +88,8 @@ const char* reasonPhrase(const int status) {
             return "URI Too Long";
         case 416:
             return "Range Not Satisfiable";
+        case 421:
+            return "Misdirected Request";
         default:
             return "Internal Server Error";
     }
@@ -148,12 +153,33 @@ void answerRedirect(const httplib::Request& request, httplib::Response& response
     response.set_header("Location", "./" + escapedForUrl(name) + "/");
 }
 
+/* A page from elsewhere whose name was made to lead here could otherwise read the files: to the browser
+   they'd be of that name. Any port, as one may be forwarded to ours. */
+bool isForThisMachine(const std::string_view host) {
+    const std::size_t nameSize = std::min(host.find(':'), host.size());
+    const std::string_view name = host.substr(0, nameSize), port = host.substr(nameSize);
+    constexpr std::string_view Local = "localhost";
+    const bool isLocal = std::equal(name.begin(), name.end(), Local.begin(), Local.end(),
+        [](const char a, const char b) { return lowerCase(a) == b; });
+    return (isLocal || name == "127.0.0.1") &&
+        (port.empty() || port.find_first_not_of("0123456789", 1) == std::string_view::npos);
+}
+
+/* Old clients don't say what machine they mean */
+bool isForThisMachine(const httplib::Request& request) {
+    const auto [begin, end] = request.headers.equal_range("Host");
+    return std::all_of(
+        begin, end, [](const auto& header) { return isForThisMachine(header.second); });
+}
+
 void answer(
     const std::string& folder, const httplib::Request& request, httplib::Response& response) {
     if(request.method != "GET" && request.method != "HEAD") {
         answerProblem(response, 405);
         return response.set_header("Allow", "GET, HEAD");
     }
+    if(!isForThisMachine(request))
+        return answerProblem(response, 421);
     FileLookup found = findServedFile(folder, request.path);
     switch(found.result) {
         case FileLookup::Result::File:
@@ -209,7 +235,7 @@ private:
 
     std::string _folder;
     StoreLog& _log;
-    int _stopEvent = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    int _stopEvent = -1;
     std::thread _thread;
 };
 
@@ -251,6 +277,10 @@ ProjectServer::HttpServer::~HttpServer() {
 }
 
 std::optional<int> ProjectServer::HttpServer::start(const int port) {
+    /* Without it no connection would notice that the server stops */
+    _stopEvent = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if(_stopEvent == -1)
+        return {};
     errno = 0;
     const int bound = port == 0           ? bind_to_any_port("127.0.0.1")
         : bind_to_port("127.0.0.1", port) ? port

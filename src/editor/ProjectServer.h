@@ -17,7 +17,8 @@ class QuillmereEditorApplication;
 
 Answers `GET` and `HEAD` with the regular files of the folder, as @ref findServedFile() finds them,
 whole or in the parts that the client asks for, and sends them while it reads them. Caches have to
-ask again each time, so that a reload shows what was saved last.
+ask again each time, so that a reload shows what was saved last. Whoever names another machine than
+127.0.0.1 or localhost in `Host` gets nothing.
 
 Every request is a line of @ref serverLines() once it's answered, as @ref requestMessage() writes it,
 also one that isn't HTTP; so are start, stop and what goes wrong. The functions are called by one

@@ -115,10 +115,9 @@ bool ScriptRunner::poll() {
     if(_process && _process->hasEnded())
         fail(_process->problem());
     else if(isRunning() && now >= _latestEnd)
-        endEngine(_name +
-            " was stopped together with the JavaScript engine: it didn't end by itself"
-            " after " +
-            durationText(_limits.time) + ".");
+        endEngine(_name + " was stopped together with the JavaScript engine: it didn't end " +
+            (_isStopWanted ? "when it was told to."
+                           : "by itself after " + durationText(_limits.time) + "."));
     return _engine != before || std::exchange(_shownSeconds, elapsedSeconds()) != elapsedSeconds();
 }
 

@@ -1,8 +1,10 @@
 #include "editor/ServedFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <string_view>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -33,21 +35,29 @@ private:
     int _descriptor;
 };
 
-bool isWellFormed(const std::string& path) {
-    if(path.empty() || path[0] != '/' || path.find('\0') != std::string::npos)
-        return false;
-    for(std::size_t begin = 1; begin <= path.size();) {
+/* `..`, from which one could learn names outside, and files that begin with a dot: the journal of the
+   project, what version control keeps, and settings, which may hold passwords. `.` is the same folder. */
+bool hasHiddenPart(const std::string_view path) {
+    for(std::size_t begin = 0; begin < path.size();) {
         const std::size_t end = std::min(path.find('/', begin), path.size());
-        if(path.compare(begin, end - begin, "..") == 0)
-            return false;
+        if(path[begin] == '.' && end - begin > 1)
+            return true;
         begin = end + 1;
     }
-    return true;
+    return false;
 }
 
-bool isInside(const std::string& path, const std::string& folder) {
+bool isWellFormed(const std::string& path) {
+    return !path.empty() && path[0] == '/' && path.find('\0') == std::string::npos &&
+        !hasHiddenPart(path);
+}
+
+/* A link may have another name than what it leads to. The folder itself may lie in a hidden one. */
+bool isServed(const std::string& path, const std::string& folder) {
     const std::string begin = folder == "/" ? folder : folder + "/";
-    return path == folder || path.compare(0, begin.size(), begin) == 0;
+    return path == folder ||
+        (path.compare(0, begin.size(), begin) == 0 &&
+            !hasHiddenPart(std::string_view{path}.substr(begin.size())));
 }
 
 /* Out of descriptors or memory, or a broken disk. All else counts as not there. */
@@ -74,9 +84,9 @@ std::string linkToDescriptor(const int descriptor) {
 }
 
 /* Between looking at the path and opening it, somebody may have put a link into it */
-bool isStillInside(const int descriptor, const std::string& folder, std::error_code& error) {
+bool isStillServed(const int descriptor, const std::string& folder, std::error_code& error) {
     const std::string path = std::filesystem::read_symlink(linkToDescriptor(descriptor), error);
-    return !error && isInside(path, folder);
+    return !error && isServed(path, folder);
 }
 
 FileLookup openFile(const int place, const std::uint64_t size) {
@@ -151,14 +161,14 @@ FileLookup findServedFile(const std::string& folder, const std::string& urlPath)
     const std::string path = std::filesystem::canonical(folder + urlPath, error);
     if(error)
         return notFound(error.value());
-    if(!isInside(path, folder))
+    if(!isServed(path, folder))
         return {};
 
     const Descriptor place{open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)};
     struct stat status;
     if(place.get() == -1 || fstat(place.get(), &status) == -1)
         return notFound(errno);
-    if(!isStillInside(place.get(), folder, error))
+    if(!isStillServed(place.get(), folder, error))
         return notFound(error.value());
     if(S_ISDIR(status.st_mode))
         return findIndex(folder, urlPath);

@@ -66,9 +66,11 @@ std::optional<std::string> canonicalFolder(const std::string& path, std::string&
 
 Gives regular files whose real path lies in the folder. Links are followed as long as they stay in
 it. Whatever lies outside is not found, whether it exists or not, and so is a path with `..` in it,
-from which a client could learn the names of the folders above. A folder, with a slash at the end of
-its path, stands for its `index.html`; there are no listings. Nothing but regular files is opened, as
-already that can wait for ever (a pipe) or do something (a device).
+from which a client could learn the names of the folders above. Files and folders whose name begins
+with a dot, also behind a link, are not found either: they are the editor's and other programs', not
+the project's. A folder, with a slash at the end of its path, stands for its `index.html`; there are
+no listings. Nothing but regular files is opened, as already that can wait for ever (a pipe) or do
+something (a device).
 
 Any thread.
 */

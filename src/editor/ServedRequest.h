@@ -4,7 +4,6 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "QuillmereEditor/Tools/Log.h"
 
@@ -35,15 +34,6 @@ The path is shown as it came, with its escapes and its query, since only so one 
 for; what could hide or fake something is escaped as by @ref escapedForLog().
 */
 std::string requestMessage(const ServedRequest& request);
-
-/**
-@brief A text from outside that can't change how a line looks
-@param text     Any bytes
-@return Printable UTF-8 without spaces. Control characters, blanks and bytes that aren't UTF-8 become
-    `\x0a`, characters that aren't seen or change the direction of others `\u{202e}`, a backslash
-    two. A text of more than 1,000 bytes is cut, with the number of left out bytes at its end.
-*/
-std::string escapedForLog(std::string_view text);
 
 }
 

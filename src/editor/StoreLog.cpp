@@ -5,6 +5,7 @@
 #include <string>
 
 #include "QuillmereEditor/Tools/logLine.h"
+#include "editor/escapedForLog.h"
 #include "host/QuillmereEditorApplication.h"
 
 using namespace Corrade;
@@ -28,7 +29,8 @@ void StoreLog::append(const LogLevel level, const Containers::StringView message
 }
 
 void StoreLog::appendLine(const LogLevel level, const Containers::StringView text) {
-    const std::string line = logLine(level, text);
+    const std::string shown = withoutControls({text.data(), text.size()});
+    const std::string line = logLine(level, {shown.data(), shown.size()});
     if(_echo == Echo::Yes)
         writeLogLine(line, logStream(level), nullptr);
     const std::lock_guard<std::mutex> lock{_application.logMutex};

@@ -28,8 +28,9 @@ public:
 
     /**
     @brief Append a message
-    @param message  UTF-8. One of several lines becomes as many, each with time and level in front,
-        a newline at its end doesn't add one.
+    @param message  Any bytes. One of several lines becomes as many, each with time and level in
+        front, a newline at its end doesn't add one. What could hide a part of a line or fake another
+        is escaped as by @ref withoutControls().
 
     Waits for the application's mutex, which must not be held here.
     */

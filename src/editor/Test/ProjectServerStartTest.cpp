@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include "FewDescriptors.h"
 #include "Process.h"
 #include "ServerFixture.h"
 #include "testing/sanitizer.h"
@@ -94,6 +95,20 @@ TEST_F(ProjectServerStartTest, MissingFolderIsALine) {
     EXPECT_FALSE(server.start(root + "/nothing", 0));
     EXPECT_THAT(lines(),
         ElementsAre("[error] Can't serve " + root + "/nothing: No such file or directory"));
+}
+
+TEST_F(ProjectServerStartTest, OutOfDescriptorsIsALine) {
+    start();
+    server.stop();
+    ProjectServer& stopped = server;
+    const std::string folder = root;
+    bool isStarted;
+    {
+        const FewDescriptors limit;
+        isStarted = bool(stopped.start(folder, 0));
+    }
+    EXPECT_FALSE(isStarted);
+    EXPECT_EQ(lines().back(), "[error] Can't serve " + root + " on port 0: Too many open files");
 }
 
 TEST_F(ProjectServerStartTest, IdleClientsDoNotHoldUpStop) {

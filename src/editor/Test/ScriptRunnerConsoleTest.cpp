@@ -64,6 +64,11 @@ TEST_F(ScriptRunnerConsoleTest, ValuesAreShownAsJsonAndBeyond) {
         EXPECT_EQ(valueOf(row.source), "[info] " + std::string{row.text}) << row.source;
 }
 
+TEST_F(ScriptRunnerConsoleTest, ControlCharactersCannotHideText) {
+    EXPECT_THAT(run("console.log('a\\0b\\rc\\u001b[2K\\u202ed\\n%s', 'e\\x07')"),
+        ElementsAre("[info] a\\x00b\\x0dc\\x1b[2K\\u{202e}d", "[info] e\\x07"));
+}
+
 TEST_F(ScriptRunnerConsoleTest, FormatsAreFilledIn) {
     const Row rows[]{
         {"'%s|%s|%s|%s', 'a', 1n, {a: 1}, Symbol('y')", R"(a|1n|{"a":1}|Symbol(y))"},

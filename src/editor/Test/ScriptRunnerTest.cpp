@@ -31,6 +31,9 @@ struct ScriptRunnerTest: ScriptFixture {
         EXPECT_EQ(runner->engine(), Engine::Idle);
         EXPECT_EQ(runner->restartCount(), 1);
     }
+
+    /* From here on it's deaf to everything */
+    void stopProcess() const { kill(runner->processId(), SIGSTOP); }
 };
 
 /* Compares a string with each place in another, without ever looking for an interrupt */
@@ -114,6 +117,22 @@ TEST_F(ScriptRunnerTest, ScriptThatIsDeafToItIsEndedWithTheEngine) {
             std::string{StartedAnew}));
     EXPECT_EQ(runner->engine(), Engine::Ended);
     EXPECT_EQ(runner->processId(), -1);
+}
+
+TEST_F(ScriptRunnerTest, ScriptThatIsDeafToTheUserIsEndedWithTheEngine) {
+    start({5min, 100ms, 512});
+    begin("console.log('on'); for(;;);");
+    pollUntilLine();
+    stopProcess();
+    runner->stop();
+    runner->waitForEnd();
+    EXPECT_THAT(lines(),
+        ElementsAre("[info] on",
+            "[error] a.js was stopped together with the JavaScript engine: it didn't end when it "
+            "was"
+            " told to." +
+                std::string{StartedAnew}));
+    EXPECT_EQ(runner->engine(), Engine::Ended);
 }
 
 TEST_F(ScriptRunnerTest, UserStopsAScript) {
@@ -261,6 +280,13 @@ TEST_F(ScriptRunnerTest, RefusalIsAnExceptionAndNamesThePointer) {
 struct ScriptRunnerGroupTest: ScriptRunnerTest {
     ScriptRunnerGroupTest() { setDocument(R"({"a": 1, "b": 1})"); }
 
+    /* Its changes are made when this returns */
+    void beginEndless() {
+        begin("project.group(() => { " + edits + " console.log('on'); for(;;); })");
+        pollUntilLine();
+        EXPECT_TRUE(changes.isGroupOpen());
+    }
+
     void expectOneUndo() {
         EXPECT_FALSE(changes.isGroupOpen());
         EXPECT_FALSE(changes.isLocked());
@@ -291,15 +317,19 @@ TEST_F(ScriptRunnerGroupTest, IsCommittedWhenTheFunctionThrows) {
 }
 
 TEST_F(ScriptRunnerGroupTest, IsCommittedWhenTheScriptIsStopped) {
-    start({300ms, 5min, 512});
-    run("project.group(() => { " + edits + " for(;;); })");
+    beginEndless();
+    runner->stop();
+    runner->waitForEnd();
     EXPECT_EQ(runner->engine(), Engine::Idle);
     expectOneUndo();
 }
 
 TEST_F(ScriptRunnerGroupTest, IsCommittedWhenTheEngineIsEnded) {
-    start({1500ms, 100ms, 512});
-    run("project.group(() => { " + edits + DeafScript + " })");
+    start({5min, 100ms, 512});
+    beginEndless();
+    stopProcess();
+    runner->stop();
+    runner->waitForEnd();
     EXPECT_EQ(runner->engine(), Engine::Ended);
     expectOneUndo();
 }
@@ -312,17 +342,14 @@ TEST_F(ScriptRunnerGroupTest, IsCommittedWhenMemoryIsOver) {
 }
 
 TEST_F(ScriptRunnerGroupTest, IsCommittedWhenTheEngineDies) {
-    begin("project.group(() => { " + edits + " console.log('on'); for(;;); })");
-    pollUntilLine();
-    EXPECT_TRUE(changes.isGroupOpen());
+    beginEndless();
     kill(runner->processId(), SIGKILL);
     runner->waitForEnd();
     expectOneUndo();
 }
 
 TEST_F(ScriptRunnerGroupTest, IsCommittedWhenTheEditorGoes) {
-    begin("project.group(() => { " + edits + " console.log('on'); for(;;); })");
-    pollUntilLine();
+    beginEndless();
     runner = nullptr;
     expectOneUndo();
 }

@@ -78,10 +78,10 @@ TEST_F(ServedFileTest, NothingAboveIsFound) {
 }
 
 TEST_F(ServedFileTest, NamesWithDotsAreNames) {
-    outer.write("site/..a", "x");
-    outer.write("site/...", "y");
-    EXPECT_EQ(content("/..a"), "x");
-    EXPECT_EQ(content("/..."), "y");
+    outer.write("site/a..", "x");
+    outer.write("site/b..c", "y");
+    EXPECT_EQ(content("/a.."), "x");
+    EXPECT_EQ(content("/b..c"), "y");
 }
 
 TEST_F(ServedFileTest, LinksInsideAreFollowed) {
@@ -113,6 +113,30 @@ TEST_F(ServedFileTest, BrokenLinksAreNotFound) {
     link("loop", "loop");
     EXPECT_EQ(find("/dangling"), Result::NotFound);
     EXPECT_EQ(find("/loop"), Result::NotFound);
+}
+
+TEST_F(ServedFileTest, HiddenFilesAreNotFound) {
+    fs::create_directories(root + "/.git");
+    outer.write("site/.game.json.journal", "journal");
+    outer.write("site/sub/.hidden", "hidden");
+    outer.write("site/...", "dots");
+    outer.write("site/.git/config", "config");
+    outer.write("site/.git/index.html", "<p>git");
+    link("config", ".git/config");
+    link("git", ".git");
+    link(".shown", "a.txt");
+    for(const char* const path: {"/.game.json.journal", "/sub/.hidden", "/...", "/.git", "/.git/",
+            "/.git/config", "/./.git/config", "/sub//.hidden", "/config", "/git", "/git/",
+            "/git/config", "/.shown"})
+        EXPECT_EQ(find(path), Result::NotFound) << path;
+    EXPECT_EQ(content("/./a.txt"), "content of a");
+}
+
+TEST_F(ServedFileTest, FolderMayLieInAHiddenOne) {
+    fs::create_directories(outer.file(".hidden/site"));
+    outer.write(".hidden/site/a.txt", "a");
+    const std::string folder = *canonicalFolder(outer.file(".hidden/site"), problem);
+    EXPECT_EQ(findServedFile(folder, "/a.txt").result, Result::File);
 }
 
 TEST_F(ServedFileTest, FoldersStandForTheirIndex) {
@@ -152,9 +176,15 @@ TEST_F(ServedFileTest, UnreadableFileIsForbidden) {
 }
 
 TEST_F(ServedFileTest, OutOfDescriptorsIsNotMissing) {
-    const FewDescriptors limit;
-    EXPECT_EQ(find("/a.txt"), Result::Failed);
-    EXPECT_EQ(find("/nothing"), Result::NotFound);
+    const std::string folder = root;
+    Result existing, missing;
+    {
+        const FewDescriptors limit;
+        existing = findServedFile(folder, "/a.txt").result;
+        missing = findServedFile(folder, "/nothing").result;
+    }
+    EXPECT_EQ(existing, Result::Failed);
+    EXPECT_EQ(missing, Result::NotFound);
 }
 
 TEST_F(ServedFileTest, ReadsPartsUpToTheEnd) {

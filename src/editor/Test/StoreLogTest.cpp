@@ -55,6 +55,11 @@ TEST_F(StoreLogTest, EachLineOfAMessageHasItsOwnPrefix) {
     EXPECT_EQ(application.noticeCount, 1);
 }
 
+TEST_F(StoreLogTest, NothingInALineHidesAPartOfIt) {
+    log.append(LogLevel::Info, {"a\0b\rc\x1b[2K\n\xff", 11});
+    EXPECT_THAT(lines(), ElementsAre("[info] a\\x00b\\x0dc\\x1b[2K", "[info] \\xff"));
+}
+
 TEST_F(StoreLogTest, EmptyMessageIsALine) {
     log.append(LogLevel::Info, {});
     log.append(LogLevel::Info, "");
