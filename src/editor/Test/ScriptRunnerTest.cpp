@@ -161,8 +161,8 @@ TEST_F(ScriptRunnerTest, StopBeforeTheProcessIsReadyIsKept) {
     EXPECT_EQ(runner->engine(), Engine::Idle);
 }
 
-/* None with strings only: as they're put together from others, they fill memory so slowly that the
-   engine looks for garbage for many seconds before it gives up */
+/* None with strings only: with those the engine looks for garbage for many seconds, on a busy machine
+   for minutes, before it gives up */
 struct HungryScriptTest: ScriptRunnerTest, ::testing::WithParamInterface<const char*> {};
 
 TEST_P(HungryScriptTest, EndsAtTheLimit) {
