@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstring>
 #include <exception>
+#include <locale>
 #include <random>
 #include <string_view>
 #include <sys/eventfd.h>
@@ -205,6 +206,15 @@ void completeProblem(const httplib::Request& request, httplib::Response& respons
         response.set_header("Connection", "close");
 }
 
+/* The library's regular expressions fill two tables of the locale when they first need them, in any
+   thread and without a lock. What is filled isn't written again. */
+void fillLocaleTables() {
+    const auto& characters = std::use_facet<std::ctype<char>>(std::locale{});
+    for(int i = 1; i != 256; ++i)
+        characters.narrow(char(i), '\0');
+    characters.widen(' ');
+}
+
 bool hasBody(const httplib::Request& request) {
     return request.has_header("Transfer-Encoding") ||
         (request.has_header("Content-Length") && request.get_header_value("Content-Length") != "0");
@@ -277,6 +287,7 @@ ProjectServer::HttpServer::~HttpServer() {
 }
 
 std::optional<int> ProjectServer::HttpServer::start(const int port) {
+    fillLocaleTables();
     /* Without it no connection would notice that the server stops */
     _stopEvent = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     if(_stopEvent == -1)
