@@ -179,11 +179,14 @@ TEST_F(DialogsDesktopTest, CancelledDialogsGiveNothing) {
 
 TEST_F(DialogsDesktopTest, FolderIsChosen) {
     const TemporaryFolder chosen;
-    EXPECT_EQ(
-        userDoes("Folder",
+    std::string result;
+    /* On a busy machine the window may be ready for Return, but not yet for what comes before, which
+       gives the folder where the dialog starts. Then the user tries again. */
+    for(int i = 0; i != 5 && (i == 0 || result == files.path()); ++i)
+        result = userDoes("Folder",
             "key ctrl+l key ctrl+a type --delay 20 '" + chosen.path() + "'; xdotool key Return",
-            [&] { return openFolderDialog("Folder", files.file("")); }),
-        chosen.path());
+            [&] { return openFolderDialog("Folder", files.file("")); });
+    EXPECT_EQ(result, chosen.path());
 }
 
 TEST_F(DialogsDesktopTest, FolderWithoutASlashIsWhereTheDialogStarts) {
