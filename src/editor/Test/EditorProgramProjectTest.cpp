@@ -1,5 +1,7 @@
 /* The real program: a project edited by replayed input, undone, saved, left */
 
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -264,6 +266,23 @@ TEST_F(EditorProgramProjectTest, WithoutChangesQuittingIsNotAskedAbout) {
         run(Replay{}.ctrl("q").click(LighthouseX, LighthouseY).click(ActiveX, ActiveY).ctrl("s"))
             .status,
         0);
+    EXPECT_EQ(saved(), original);
+}
+
+TEST_F(EditorProgramProjectTest, HeadlessLeavesAnEarlierJournalUntouched) {
+    const std::string content = "of an editor that was killed";
+    const std::string file = project.substr(project.rfind('/') + 1);
+    const std::string journal = folder.write("." + file + ".journal", content);
+
+    const EditorRun out = runEditorProgram({"--modules", QUILLMERE_MODULES, project});
+    EXPECT_EQ(out.status, 0) << out.error;
+    const std::string all = out.out + out.error;
+    const std::size_t first = all.find(journal);
+    ASSERT_NE(first, std::string::npos) << all;
+    EXPECT_THAT(all, HasSubstr("the journal " + journal + " is neither recovered nor deleted"));
+    EXPECT_EQ(all.find(journal, first + 1), std::string::npos) << all;
+    std::ifstream left{journal};
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>{left}, {}), content);
     EXPECT_EQ(saved(), original);
 }
 
