@@ -8,9 +8,8 @@ namespace QuillmereEngine {
 /**
 @brief As long as it lives, the process can't open anything
 
-Not the sanitizer either, which opens a pipe to look at an object of a class with virtual functions
-that it hasn't seen before, and calls the object broken where it can't. So meanwhile only what was used
-before is to be used, nothing of the fixture, and nothing expected.
+Tests with it are skipped where the build is sanitized: the sanitizer opens a pipe to look at an object
+of a class with virtual functions, and calls it broken where it can't.
 */
 class FewDescriptors {
 public:
