@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <imgui.h>
@@ -47,6 +48,33 @@ struct QuestionFixture: ::testing::Test {
     Testing::HeadlessFrame frame;
     Testing::InputDriver input{frame, [this] { draw(); }};
     bool isBehindPressed = false;
+};
+
+/** @brief A question of a kind of its own, whose answers are an enumeration with None */
+template<class Question, class Answer> struct AnswerFixture: QuestionFixture {
+    /** @brief Begin to ask, after which nothing was answered */
+    void ask() {
+        answers.clear();
+        question.ask();
+        input.idle(3);
+    }
+
+    /** @brief Note what a call of the question's draw() gave */
+    void note(const Answer answer) {
+        if(answer != Answer::None)
+            answers.push_back(answer);
+    }
+
+    /** @brief Ask, press a button, and expect its answer once and the question to have ended */
+    void expectAnswer(const char* const label, const Answer answer) {
+        ask();
+        click(label);
+        EXPECT_EQ(answers, std::vector<Answer>{answer}) << label;
+        EXPECT_FALSE(question.isAsked()) << label;
+    }
+
+    Question question;
+    std::vector<Answer> answers;
 };
 
 }
